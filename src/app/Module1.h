@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+#include "Clock.h"
+#include "Form1.h"
+#include "GuessGame.h"
+#include "QtSound.h"
+#include "Random.h"
+#include "SingleInstance.h"
+
+namespace mirvalde {
+
+// The composition root: the services, the rules of every window for the whole run, and the
+// windows themselves from their load to their unload. The program ends when the last loaded
+// window is unloaded.
+class Module1 : public QObject {
+    Q_OBJECT
+
+  public:
+    Module1();
+    ~Module1() override;
+
+    // Loads and shows the main window. False when another copy of the program runs: the
+    // program then ends silently.
+    bool Main();
+
+    Form1* MainWindow() const { return form1_; }
+
+  signals:
+    void lastWindowUnloaded();
+
+  private:
+    bool LoadForm1();
+    void Track(QWidget* window);
+
+    MersenneRandom random_;
+    SystemClock clock_;
+    QtSound sound_;
+    SingleInstance instance_;
+    GuessGame game_;
+    QPointer<Form1> form1_;
+    int loadedWindows_ = 0;
+};
+
+}  // namespace mirvalde

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+namespace mirvalde {
+
+// Time of day and a millisecond tick count, injected so that tests pin them.
+class Clock {
+  public:
+    virtual ~Clock() = default;
+    // Seconds since midnight, local time, with their fraction.
+    virtual double SecondsSinceMidnight() const = 0;
+    // Milliseconds since an arbitrary start; wraps like any 32-bit tick count.
+    virtual std::uint32_t TickCount() const = 0;
+};
+
+class SystemClock final : public Clock {
+  public:
+    double SecondsSinceMidnight() const override;
+    std::uint32_t TickCount() const override;
+};
+
+}  // namespace mirvalde

@@ -1,0 +1,120 @@
+#include "DesignedControl.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <cmath>
+
+namespace mirvalde {
+namespace {
+
+QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+Qt::Alignment AlignmentOf(TextAlign align) {
+    switch (align) {
+        case TextAlign::Center:
+            return Qt::AlignHCenter;
+        case TextAlign::Right:
+            return Qt::AlignRight;
+        case TextAlign::Left:
+            break;
+    }
+    return Qt::AlignLeft;
+}
+
+// The desktop's own colours stand in for the system colours the design names.
+void ApplyBackground(QWidget* widget, const ControlDesign& design) {
+    QColor colour;
+    switch (design.background) {
+        case Background::Default:
+            return;
+        case Background::Fixed:
+            colour = ColourOf(design.colour);
+            break;
+        case Background::Menu:
+            colour = QApplication::palette().color(QPalette::Base);
+            break;
+        case Background::ScrollBar:
+            colour = QApplication::palette().color(QPalette::Midlight);
+            break;
+    }
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Window, colour);
+    palette.setColor(QPalette::Button, colour);
+    palette.setColor(QPalette::Base, colour);
+    widget->setPalette(palette);
+    if (qobject_cast<QLabel*>(widget)) widget->setAutoFillBackground(true);
+}
+
+QWidget* CreateWidget(const ControlDesign& design, QWidget* parent) {
+    const QString caption = Text(design.caption);
+    switch (design.kind) {
+        case ControlKind::CommandButton:
+            return new QPushButton(caption, parent);
+        case ControlKind::Frame:
+            return new QGroupBox(caption, parent);
+        case ControlKind::OptionButton:
+            return new QRadioButton(caption, parent);
+        case ControlKind::Label: {
+            auto* label = new QLabel(parent);
+            label->setTextFormat(Qt::PlainText);
+            label->setText(caption);
+            label->setAlignment(AlignmentOf(design.align) | Qt::AlignTop);
+            return label;
+        }
+        case ControlKind::Image: {
+            auto* image = new QLabel(parent);
+            image->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+            return image;
+        }
+        case ControlKind::TextBox: {
+            auto* box = new QLineEdit(caption, parent);
+            box->setAlignment(AlignmentOf(design.align) | Qt::AlignVCenter);
+            return box;
+        }
+    }
+    return new QWidget(parent);
+}
+
+}  // namespace
+
+QColor ColourOf(std::uint32_t bgr) {
+    return QColor(static_cast<int>(bgr & 0xff), static_cast<int>((bgr >> 8) & 0xff),
+                  static_cast<int>((bgr >> 16) & 0xff));
+}
+
+QRect ToPixels(const TwipRect& place) {
+    const auto px = [](double twips) {
+        return static_cast<int>(std::lround(twips / kTwipsPerPixel));
+    };
+    return {px(place.left), px(place.top), px(place.width), px(place.height)};
+}
+
+QFont FontOf(const FontDesign& font, const QFont& windowFont) {
+    if (font.family.empty()) return windowFont;
+    QFont result(Text(font.family));
+    result.setPointSizeF(font.points);
+    result.setBold(font.bold);
+    result.setItalic(false);
+    result.setUnderline(false);
+    result.setStrikeOut(false);
+    return result;
+}
+
+QWidget* CreateControl(const ControlDesign& design, QWidget* parent) {
+    QWidget* widget = CreateWidget(design, parent);
+    widget->setObjectName(Text(design.name));
+    widget->setFont(FontOf(design.font, parent->font()));
+    if (!design.tooltip.empty()) widget->setToolTip(Text(design.tooltip));
+    ApplyBackground(widget, design);
+    widget->setGeometry(ToPixels(design.place));
+    widget->setVisible(design.visible);
+    return widget;
+}
+
+}  // namespace mirvalde

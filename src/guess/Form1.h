@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <functional>
+#include <map>
+
+#include "GuessGame.h"
+#include "ProportionalLayout.h"
+
+class QButtonGroup;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace mirvalde {
+
+// The main window: the guessing game. It builds its controls from its design, forwards each
+// event to the rules and shows what they decided. One Form1 object lives from a load of the
+// window to its unload; the game itself outlives it.
+class Form1 : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    // `anotherCopyRunning` is asked at every load: a second copy of the program ends there.
+    Form1(GuessGame& game, std::function<bool()> anotherCopyRunning, QWidget* parent = nullptr);
+
+    // False when another copy of the program runs: nothing is shown and the program ends.
+    bool Form_Load();
+
+    QWidget* Control(std::string_view name) const;
+
+  signals:
+    void tenthNumberFound();
+    void tipsRequested();
+    void aboutRequested();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    void CreateMenus();
+    void CreateControls();
+    void Centre();
+    void CentreOnceFramed(int triesLeft);
+
+    void Option1_Click(int index);
+    void Btgo_Click();
+    void CmdSolution_Click();
+    void btEncore_Click();
+    void Btquitter_Click();
+    void Quitter_Click();
+    void Boxsaisie_Change();
+    bool Boxsaisie_KeyPress(QKeyEvent* event);
+    void Form_Resize();
+
+    void ShowControls();
+    void ApplyPlaces();
+    void GiveFocusToBox();
+    QSize OuterSize() const;
+
+    GuessGame& game_;
+    std::function<bool()> anotherCopyRunning_;
+    ProportionalLayout layout_;
+    std::map<std::string, QWidget*, std::less<>> controls_;
+    QWidget* client_ = nullptr;
+    QLineEdit* Boxsaisie_ = nullptr;
+    QPushButton* Btgo_ = nullptr;
+    QPushButton* CmdSolution_ = nullptr;
+    QPushButton* btEncore_ = nullptr;
+    QPushButton* Btquitter_ = nullptr;
+    QLabel* Resultat_ = nullptr;
+    QLabel* Coup_ = nullptr;
+    QLabel* Label4_ = nullptr;
+    QLabel* Label3_[2] = {nullptr, nullptr};
+    QButtonGroup* Option1_ = nullptr;
+    QSize designSize_;
+};
+
+}  // namespace mirvalde

@@ -1,0 +1,98 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+
+#include "Fakes.h"
+#include "Form1.h"
+
+namespace mirvalde {
+namespace {
+
+using testing::FakeClock;
+using testing::RecordingSound;
+using testing::ScriptedRandom;
+
+// The main window driven as a player drives it: real keys and clicks, captions read back.
+class Form1Test : public ::testing::Test {
+  protected:
+    void SetUp() override { Load(); }
+
+    void Load() {
+        window = new Form1(game, [] { return false; });
+        ASSERT_TRUE(window->Form_Load());
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    }
+
+    template <typename T = QWidget>
+    T* Find(const char* name) const {
+        return qobject_cast<T*>(window->Control(name));
+    }
+    QLineEdit* Box() const { return Find<QLineEdit>("Boxsaisie"); }
+    QString Caption(const char* name) const { return Find<QLabel>(name)->text(); }
+
+    void Type(const QString& keys) { QTest::keyClicks(Box(), keys); }
+    void Enter() { QTest::keyClick(Box(), Qt::Key_Return); }
+    // A message box is modal: it is answered as soon as it opens, and its text returned.
+    QString EnterAndAnswerMessage() {
+        QString text;
+        QTimer::singleShot(0, [&text] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                text = box->windowTitle() + u'|' + box->text();
+                box->button(QMessageBox::Ok)->click();
+            }
+        });
+        Enter();
+        return text;
+    }
+
+    ScriptedRandom random{};  // 0.5 at every draw: level 0 draws 51
+    FakeClock clock;
+    RecordingSound sound;
+    GuessGame game{random, clock, sound, {"found.wav", "missed.wav"}, ','};
+    QPointer<Form1> window;
+
+    void TearDown() override { delete window; }
+};
+
+TEST_F(Form1Test, OpensReadyToTypeWithTheAnswerHiddenAndSolutionDisabled) {
+    EXPECT_EQ(window->windowTitle(), "Mirvalde");
+    EXPECT_TRUE(Find<QRadioButton>("Option1(0)")->isChecked());
+    EXPECT_FALSE(Find<QLabel>("Resultat")->isVisible());
+    EXPECT_FALSE(Find<QPushButton>("CmdSolution")->isEnabled());
+    EXPECT_FALSE(Find<QPushButton>("btEncore")->isVisible());
+    EXPECT_EQ(QApplication::focusWidget(), Box());
+    EXPECT_EQ(game.Module().Nombre, 51);
+}
+
+TEST_F(Form1Test, TypedProposalsAreJudgedWithEnterAndCounted) {
+    Type("50");
+    EXPECT_TRUE(Find<QPushButton>("CmdSolution")->isEnabled());
+    Enter();
+    EXPECT_EQ(Caption("Resultat"), "  50 est trop petit.");
+    EXPECT_TRUE(Find<QLabel>("Resultat")->isVisible());
+    EXPECT_EQ(Box()->text(), "");
+    Type("60");
+    Enter();
+    EXPECT_EQ(Caption("Resultat"), "  60 est trop grand.");
+    Type("51");
+    Enter();
+    EXPECT_EQ(Caption("Resultat"), "  51 est la bonne réponse.");
+    EXPECT_EQ(Caption("Coup"), "Nombre de coups joués : 3");
+    EXPECT_EQ(Caption("Label3(0)"), "1");
+    EXPECT_EQ(Caption("Label3(1)"), "2");
+    EXPECT_EQ(Caption("Label4"), "Tu trouves en 3 fois, en moyenne.");
+    EXPECT_FALSE(Find<QPushButton>("Btgo")->isEnabled());
+    EXPECT_TRUE(Find<QPushButton>("btEncore")->isVisible());
+    EXPECT_EQ(sound.played, (std::vector<std::string>{"missed.wav", "missed.wav", "found.wav"}));
+}
+
+}  // namespace
+}  // namespace mirvalde
