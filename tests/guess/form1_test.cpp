@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -10,6 +12,7 @@
 #include <QTimer>
 
 #include "Fakes.h"
+#include "QtPrinters.h"
 #include "Form1.h"
 
 namespace mirvalde {
@@ -68,7 +71,7 @@ TEST_F(Form1Test, OpensReadyToTypeWithTheAnswerHiddenAndSolutionDisabled) {
     EXPECT_FALSE(Find<QLabel>("Resultat")->isVisible());
     EXPECT_FALSE(Find<QPushButton>("CmdSolution")->isEnabled());
     EXPECT_FALSE(Find<QPushButton>("btEncore")->isVisible());
-    EXPECT_EQ(QApplication::focusWidget(), Box());
+    EXPECT_EQ(window->focusWidget(), Box());
     EXPECT_EQ(game.Module().Nombre, 51);
 }
 
@@ -92,6 +95,89 @@ TEST_F(Form1Test, TypedProposalsAreJudgedWithEnterAndCounted) {
     EXPECT_FALSE(Find<QPushButton>("Btgo")->isEnabled());
     EXPECT_TRUE(Find<QPushButton>("btEncore")->isVisible());
     EXPECT_EQ(sound.played, (std::vector<std::string>{"missed.wav", "missed.wav", "found.wav"}));
+}
+
+TEST_F(Form1Test, AnEmptyProposalIsAnsweredByAMessageAndStillCounted) {
+    EXPECT_EQ(EnterAndAnswerMessage(), "Mirvalde|Propose un nombre !!!!");
+    EXPECT_EQ(Caption("Coup"), "Nombre de coups joués : 1");
+    EXPECT_TRUE(Find<QLabel>("Resultat")->isVisible());
+    EXPECT_EQ(Caption("Resultat"), "Comparaison");
+    EXPECT_EQ(window->focusWidget(), Box());
+}
+
+TEST_F(Form1Test, TheBoxTakesOnlyDigitsAndOneSeparatorInThePlayersNotation) {
+    Type("5a2.0,1 -+x");
+    EXPECT_EQ(Box()->text(), "52,01");
+    Box()->clear();
+    Type("1234567890");
+    EXPECT_EQ(Box()->text(), "123456789");
+    QTest::keyClick(Box(), Qt::Key_Backspace);
+    EXPECT_EQ(Box()->text(), "12345678");
+    // A separator may replace a selection that holds the other one.
+    Box()->setText("5,2");
+    Box()->selectAll();
+    Type(".");
+    EXPECT_EQ(Box()->text(), ",");
+}
+
+TEST_F(Form1Test, ClipboardShortcutsDoNotPasteIntoTheBox) {
+    QApplication::clipboard()->setText(QStringLiteral("abc"));
+    QTest::keyClick(Box(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Box()->text(), "");
+}
+
+TEST_F(Form1Test, ButtonsAndLevelsWorkWithTheMouseAndGiveTheFocusBack) {
+    QTest::mouseClick(Find<QRadioButton>("Option1(3)"), Qt::LeftButton);
+    EXPECT_EQ(game.Module().Niveau, 3);
+    EXPECT_EQ(game.Module().Nombre, 550000);
+    EXPECT_EQ(window->focusWidget(), Box());
+
+    Type("550000");
+    QTest::mouseClick(Find<QPushButton>("Btgo"), Qt::LeftButton);
+    EXPECT_EQ(Caption("Resultat"), " 550 000 est la bonne réponse.");
+    // Won: Enter no longer proposes anything until "Encore ?".
+    Type("1");
+    Enter();
+    EXPECT_EQ(game.Module().NbCoups, 1);
+    EXPECT_EQ(Box()->text(), "1");
+
+    QTest::mouseClick(Find<QPushButton>("CmdSolution"), Qt::LeftButton);
+    EXPECT_EQ(Caption("Resultat"), " 550 000 est la bonne réponse.");
+    EXPECT_EQ(Caption("Label3(1)"), "1");
+    EXPECT_EQ(Box()->text(), "");
+
+    QTest::mouseClick(Find<QPushButton>("btEncore"), Qt::LeftButton);
+    EXPECT_TRUE(Find<QPushButton>("Btgo")->isEnabled());
+    EXPECT_FALSE(Find<QPushButton>("btEncore")->isVisible());
+    EXPECT_EQ(Caption("Coup"), "Nombre de coups joués : 0");
+    EXPECT_EQ(window->focusWidget(), Box());
+}
+
+TEST_F(Form1Test, EnterOnAFocusedButtonClicksThatButton) {
+    Type("7");
+    Find<QPushButton>("CmdSolution")->setFocus();
+    QTest::keyClick(Find<QPushButton>("CmdSolution"), Qt::Key_Return);
+    EXPECT_EQ(game.Module().NbRates, 1);
+    EXPECT_EQ(game.Module().NbCoups, 0);
+}
+
+TEST_F(Form1Test, EscapeTheButtonAndTheMenuAllUnloadTheWindow) {
+    const auto unloaded = [this] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return window.isNull();
+    };
+    QTest::keyClick(Box(), Qt::Key_Escape);
+    EXPECT_TRUE(unloaded());
+
+    Load();
+    QTest::mouseClick(Find<QPushButton>("Btquitter"), Qt::LeftButton);
+    EXPECT_TRUE(unloaded());
+
+    Load();
+    window->findChild<QAction*>("Quitter")->trigger();
+    EXPECT_TRUE(unloaded());
+    // The game outlives its window: a new load keeps the counts.
+    EXPECT_EQ(game.Module().NbCoups, 0);
 }
 
 }  // namespace

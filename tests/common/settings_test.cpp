@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+#include "QtSettingsStore.h"
+
+namespace mirvalde {
+namespace {
+
+TEST(ParseWholeNumberTest, AcceptsOnlyWholeNumbersThatFit) {
+    std::int32_t n = -1;
+    EXPECT_TRUE(ParseWholeNumber("120", n));
+    EXPECT_EQ(n, 120);
+    EXPECT_TRUE(ParseWholeNumber(" +7 ", n));
+    EXPECT_EQ(n, 7);
+    EXPECT_TRUE(ParseWholeNumber("-3", n));
+    EXPECT_EQ(n, -3);
+    for (const char* bad : {"", " ", "abc", "12abc", "1.5", "99999999999", "1 2", "--1"}) {
+        EXPECT_FALSE(ParseWholeNumber(bad, n)) << '"' << bad << '"';
+    }
+}
+
+// The store named after the program, written and read back as another run would.
+class QtSettingsStoreTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        // The test runner points the configuration folder at a temporary one.
+        ASSERT_TRUE(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                        .startsWith(QDir::tempPath()));
+        QFile::remove(QtSettingsStore(kName).FileName());
+    }
+    const QString kName = QStringLiteral("mirvalde-settings-test");
+};
+
+TEST_F(QtSettingsStoreTest, KeepsValuesBetweenRunsAndGivesDefaultsForMissingOnes) {
+    {
+        QtSettingsStore store(kName);
+        EXPECT_EQ(store.Read("Meilleur Score", "Nom", "Anonyme"), "Anonyme");
+        EXPECT_EQ(store.ReadNumber("Meilleur Score", "Score", 10), 10);
+        EXPECT_TRUE(store.Write("Meilleur Score", "Nom", "Éloïse"));
+        EXPECT_TRUE(store.Write("Meilleur Score", "Score", "120"));
+    }
+    QtSettingsStore again(kName);
+    EXPECT_EQ(again.Read("Meilleur Score", "Nom", "Anonyme"), "Éloïse");
+    EXPECT_EQ(again.ReadNumber("Meilleur Score", "Score", 10), 120);
+    EXPECT_TRUE(again.FileName().endsWith(kName + u'/' + kName + QStringLiteral(".conf")));
+}
+
+TEST_F(QtSettingsStoreTest, AHandEditedValueThatIsNoNumberFallsBackToTheDefault) {
+    QtSettingsStore store(kName);
+    ASSERT_TRUE(store.Write("Meilleur Score", "Score", "beaucoup"));
+    EXPECT_EQ(store.ReadNumber("Meilleur Score", "Score", 10), 10);
+    EXPECT_EQ(store.Read("Meilleur Score", "Score", "10"), "beaucoup");
+}
+
+TEST_F(QtSettingsStoreTest, AValueWrittenByAnotherCopyIsSeen) {
+    QtSettingsStore first(kName);
+    EXPECT_EQ(first.Read("Options", "Show Tips at Startup", "1"), "1");
+    QtSettingsStore second(kName);
+    ASSERT_TRUE(second.Write("Options", "Show Tips at Startup", "0"));
+    EXPECT_EQ(first.Read("Options", "Show Tips at Startup", "1"), "0");
+}
+
+}  // namespace
+}  // namespace mirvalde
