@@ -14,6 +14,13 @@ QtSound::~QtSound() {
     for (auto& [path, effect] : effects_) delete effect;
 }
 
+bool QtSound::Loaded() const {
+    for (const auto& [path, effect] : effects_) {
+        if (effect->status() == QSoundEffect::Loading) return false;
+    }
+    return true;
+}
+
 void QtSound::Play(const std::string& path) {
     const QString file = QString::fromStdString(path);
     if (playing_) playing_->stop();

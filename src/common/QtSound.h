@@ -19,6 +19,10 @@ class QtSound final : public Sound {
 
     void Play(const std::string& path) override;
 
+    // True once every file played so far has been read, or found unreadable. Qt reads them
+    // on a thread of its own, which must not be cut short at the end of a run.
+    bool Loaded() const;
+
   private:
     std::function<void()> beep_;
     // One effect per file, kept loaded: the second play of a sound starts at once.

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include "QtSound.h"
 
@@ -21,6 +22,7 @@ TEST(QtSoundTest, AMissingFileRingsTheBeepAndAPresentOneDoesNot) {
     sound.Play(MIRVALDE_GAME_DIR "/perdu.wav");  // cuts the first
     sound.Play(MIRVALDE_GAME_DIR "/perdu.wav");
     EXPECT_EQ(beeps, 2);
+    EXPECT_TRUE(QTest::qWaitFor([&sound] { return sound.Loaded(); }, 5000));
 }
 
 }  // namespace
