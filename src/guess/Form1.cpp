@@ -137,6 +137,11 @@ void Form1::CreateControls() {
             SvgPixmap(QString::fromLatin1(face.picture), QSize(32, 32), devicePixelRatioF()));
         image->setAccessibleName(QString::fromUtf8(face.description));
     }
+    // The rule is written in black whatever the desktop's text colour.
+    QPalette rule = Control("Regle")->palette();
+    rule.setColor(QPalette::WindowText, Qt::black);
+    Control("Regle")->setPalette(rule);
+
     Label3_[0]->setAccessibleDescription(QStringLiteral("Nombres trouvés"));
     Label3_[1]->setAccessibleDescription(QStringLiteral("Nombres ratés"));
     Label4_->setAccessibleDescription(QStringLiteral("Moyenne"));

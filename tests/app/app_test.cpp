@@ -16,7 +16,7 @@ namespace {
 
 // The real game, started as a player starts it, in a runtime folder of its own.
 class GameProcessTest : public ::testing::Test {
-protected:
+  protected:
     QProcess* Start() {
         auto* game = new QProcess;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();

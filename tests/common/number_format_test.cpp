@@ -36,7 +36,7 @@ TEST(FormatTest, WritesEveryPictureOfTheGameInBothNotations) {
         {1234567890, "### ### ##0", ',', "1234 567 890"},  // digits beyond the picture stay
         {52.456, "### ### ##0.##", ',', "  52,46"},
         {52.5, "### ### ##0.##", '.', "  52.5"},
-        {52, "### ### ##0.##", ',', "  52,"},  // the caller trims the bare separator
+        {52, "### ### ##0.##", ',', "  52,"},    // the caller trims the bare separator
         {0.999, "### ### ##0.##", ',', "  1,"},  // rounding carries into the whole part
         {0.125, "### ### ##0.##", '.', "  0.13"},
         {-2.5, "0", ',', "-3"},

@@ -24,7 +24,7 @@ TEST(ParseWholeNumberTest, AcceptsOnlyWholeNumbersThatFit) {
 
 // The store named after the program, written and read back as another run would.
 class QtSettingsStoreTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         // The test runner points the configuration folder at a temporary one.
         ASSERT_TRUE(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)

@@ -12,8 +12,8 @@
 #include <QTimer>
 
 #include "Fakes.h"
-#include "QtPrinters.h"
 #include "Form1.h"
+#include "QtPrinters.h"
 
 namespace mirvalde {
 namespace {

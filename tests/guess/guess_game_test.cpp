@@ -14,7 +14,7 @@ using testing::ScriptedRandom;
 
 // A round played through the rules alone, with every draw scripted.
 class Round {
-public:
+  public:
     explicit Round(char separator = ',', std::initializer_list<float> draws = {})
         : random(draws, 0.5f), game(random, clock, sound, {"gagner", "perdu"}, separator) {
         game.Form_Load();
@@ -44,8 +44,8 @@ TEST(GuessGameTest, EveryLevelDrawsFromItsLowestToItsHighestValue) {
         int level;
         double lowest;
         double highest;
-    } levels[] = {{0, 1, 100}, {1, 100, 1000}, {2, 1000, 10000}, {3, 100000, 1000000},
-                  {4, 1.00, 100.00}};
+    } levels[] = {
+        {0, 1, 100}, {1, 100, 1000}, {2, 1000, 10000}, {3, 100000, 1000000}, {4, 1.00, 100.00}};
     for (const auto& l : levels) {
         Round round;
         round.Draw(l.level, 0.0f, 0.0f);
@@ -147,8 +147,7 @@ TEST(GuessGameTest, MissesThenWinsCountAndAverageAsThePlayerSeesThem) {
     EXPECT_FALSE(round.Shown().BtgoEnabled);
     EXPECT_TRUE(round.Shown().btEncoreVisible);
     EXPECT_FALSE(round.Shown().CmdSolutionEnabled);
-    EXPECT_EQ(round.sound.played,
-              (std::vector<std::string>{"perdu", "perdu", "perdu", "gagner"}));
+    EXPECT_EQ(round.sound.played, (std::vector<std::string>{"perdu", "perdu", "perdu", "gagner"}));
 
     round.game.btEncore_Click();
     EXPECT_TRUE(round.Shown().BtgoEnabled);
@@ -297,13 +296,15 @@ struct Key {
 
 TEST(GuessGameTest, TheKeyFilterLetsDigitsAndTheUsersSeparatorThrough) {
     const Key cases[] = {
-        {',', u'5', "", u'5'},     {',', u'.', "52", u','},  {',', u',', "52", u','},
-        {'.', u',', "52", u'.'},   {'.', u'.', "", u'.'},    {',', 8, "52", 8},
-        {',', u'a', "", 0},        {',', u' ', "", 0},       {',', u'-', "", 0},
-        {',', u'+', "", 0},        {',', 0x16, "", 0},  // Ctrl+V
-        {',', 0x03, "", 0},        {',', u'é', "", 0},
+        {',', u'5', "", u'5'},   {',', u'.', "52", u','},
+        {',', u',', "52", u','}, {'.', u',', "52", u'.'},
+        {'.', u'.', "", u'.'},   {',', 8, "52", 8},
+        {',', u'a', "", 0},      {',', u' ', "", 0},
+        {',', u'-', "", 0},      {',', u'+', "", 0},
+        {',', 0x16, "", 0},  // Ctrl+V
+        {',', 0x03, "", 0},      {',', u'é', "", 0},
         {',', u'.', "52,0", 0},  // a second separator would make the proposal unreadable
-        {'.', u',', "5.", 0},      {'.', u'5', "5.", u'5'},
+        {'.', u',', "5.", 0},    {'.', u'5', "5.", u'5'},
     };
     for (const Key& k : cases) {
         Round round(k.separator);

@@ -1,0 +1,59 @@
+#include <gtest/gtest.h>
+
+#include "Form1Design.h"
+#include "ProportionalLayout.h"
+
+namespace mirvalde {
+namespace {
+
+ProportionalLayout DesignedLayout(double width, double height) {
+    ProportionalLayout layout;
+    for (const ControlDesign& control : Form1Design()) layout.Add(control.name, control.place);
+    layout.SetPreviousSize(width, height);
+    return layout;
+}
+
+TEST(ProportionalLayoutTest, AWiderWindowScalesEveryControlFramesIncluded) {
+    ProportionalLayout layout = DesignedLayout(9000, 5400);
+    ASSERT_TRUE(layout.Form_Resize(13500, 5400, false));
+    const TwipRect quit = layout.Places().at("Btquitter");
+    EXPECT_DOUBLE_EQ(quit.left, 11340);
+    EXPECT_DOUBLE_EQ(quit.width, 1822.5);
+    EXPECT_DOUBLE_EQ(quit.top, 3600);
+    EXPECT_DOUBLE_EQ(layout.Places().at("Option1(4)").left, 9180);  // inside Frame1
+    EXPECT_EQ(layout.AncienneLargeur(), 13500.0f);
+
+    ASSERT_TRUE(layout.Form_Resize(9000, 5400, false));
+    EXPECT_NEAR(layout.Places().at("Btquitter").left, 7560, 0.01);
+    EXPECT_NEAR(layout.Places().at("Option1(4)").left, 6120, 0.01);
+}
+
+TEST(ProportionalLayoutTest, MinimisingChangesNothingAndTheRestoreThatFollowsNeither) {
+    ProportionalLayout layout = DesignedLayout(8910, 5235);
+    EXPECT_FALSE(layout.Form_Resize(2400, 300, true));
+    EXPECT_EQ(layout.AncienneLargeur(), 8910.0f);
+    EXPECT_FALSE(layout.Form_Resize(8910, 5235, false));
+    EXPECT_DOUBLE_EQ(layout.Places().at("Regle").left, 1223);
+}
+
+// Places stay exact between resizes, so no number of maximise and restore cycles moves a
+// control by a pixel, whatever the screen.
+TEST(ProportionalLayoutTest, ManyMaximiseAndRestoreCyclesLeaveEveryControlInPlace) {
+    for (const auto& [width, height] : {std::pair{19200.0, 11610.0}, {28800.0, 15930.0}}) {
+        ProportionalLayout layout = DesignedLayout(8820, 4905);
+        for (int i = 0; i < 1000; ++i) {
+            layout.Form_Resize(width, height, false);
+            layout.Form_Resize(8820, 4905, false);
+        }
+        for (const ControlDesign& control : Form1Design()) {
+            const TwipRect& place = layout.Places().at(std::string(control.name));
+            EXPECT_NEAR(place.left, control.place.left, 0.5) << control.name;
+            EXPECT_NEAR(place.top, control.place.top, 0.5) << control.name;
+            EXPECT_NEAR(place.width, control.place.width, 0.5) << control.name;
+            EXPECT_NEAR(place.height, control.place.height, 0.5) << control.name;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace mirvalde

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Takes a screenshot of the game as a player sees it: a virtual screen with a window
+# manager, the game started in a private runtime folder, the main window captured by title.
+# Usage: tools/screenshot.sh OUT.png [maximised]
+# Needs: apt-get install -y xvfb openbox x11-utils wmctrl imagemagick
+set -euo pipefail
+out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised]}")
+state=${2:-normal}
+cd "$(dirname "$0")/.."
+[ -x build/game/mirvalde ] || { echo "build the game first (see README)" >&2; exit 1; }
+
+inside() {
+    set -euo pipefail
+    home=$(mktemp -d)
+    trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$home"' EXIT
+    mkdir -m 700 "$home/runtime"
+    openbox >/dev/null 2>&1 &
+    sleep 1
+    XDG_RUNTIME_DIR=$home/runtime XDG_CONFIG_HOME=$home build/game/mirvalde >/dev/null 2>&1 &
+    for _ in $(seq 50); do xwininfo -name Mirvalde >/dev/null 2>&1 && break; sleep 0.1; done
+    if [ "$state" = maximised ]; then
+        wmctrl -r Mirvalde -b add,maximized_vert,maximized_horz
+    fi
+    sleep 1
+    import -window root "$out"
+}
+# xvfb-run goes through sh, which drops exported functions: pass the function as text.
+xvfb-run -a -s "-screen 0 1280x800x24" \
+    bash -c "$(declare -f inside); out=$(printf %q "$out") state=$state inside"
+echo "screenshot: $out"
