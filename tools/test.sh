@@ -21,6 +21,6 @@ build_and_test() {
 }
 
 echo "== plain build"
-build_and_test build
+build_and_test build -DMIRVALDE_BENCH=ON
 echo "== AddressSanitizer and UndefinedBehaviorSanitizer build"
 build_and_test build-sanitize -DMIRVALDE_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug

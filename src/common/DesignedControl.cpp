@@ -11,10 +11,6 @@
 namespace mirvalde {
 namespace {
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 Qt::Alignment AlignmentOf(TextAlign align) {
     switch (align) {
         case TextAlign::Center:
@@ -52,7 +48,7 @@ void ApplyBackground(QWidget* widget, const ControlDesign& design) {
 }
 
 QWidget* CreateWidget(const ControlDesign& design, QWidget* parent) {
-    const QString caption = Text(design.caption);
+    const QString caption = FromUtf8(design.caption);
     switch (design.kind) {
         case ControlKind::CommandButton:
             return new QPushButton(caption, parent);
@@ -83,6 +79,10 @@ QWidget* CreateWidget(const ControlDesign& design, QWidget* parent) {
 
 }  // namespace
 
+QString FromUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
 QColor ColourOf(std::uint32_t bgr) {
     return QColor(static_cast<int>(bgr & 0xff), static_cast<int>((bgr >> 8) & 0xff),
                   static_cast<int>((bgr >> 16) & 0xff));
@@ -97,7 +97,7 @@ QRect ToPixels(const TwipRect& place) {
 
 QFont FontOf(const FontDesign& font, const QFont& windowFont) {
     if (font.family.empty()) return windowFont;
-    QFont result(Text(font.family));
+    QFont result(FromUtf8(font.family));
     result.setPointSizeF(font.points);
     result.setBold(font.bold);
     result.setItalic(false);
@@ -108,9 +108,9 @@ QFont FontOf(const FontDesign& font, const QFont& windowFont) {
 
 QWidget* CreateControl(const ControlDesign& design, QWidget* parent) {
     QWidget* widget = CreateWidget(design, parent);
-    widget->setObjectName(Text(design.name));
+    widget->setObjectName(FromUtf8(design.name));
     widget->setFont(FontOf(design.font, parent->font()));
-    if (!design.tooltip.empty()) widget->setToolTip(Text(design.tooltip));
+    if (!design.tooltip.empty()) widget->setToolTip(FromUtf8(design.tooltip));
     ApplyBackground(widget, design);
     widget->setGeometry(ToPixels(design.place));
     widget->setVisible(design.visible);

@@ -3,12 +3,17 @@
 #include <QColor>
 #include <QFont>
 #include <QRect>
+#include <QString>
+#include <string_view>
 
 #include "Design.h"
 
 class QWidget;
 
 namespace mirvalde {
+
+// Text of a design table or of the rules (UTF-8) as Qt shows it.
+QString FromUtf8(std::string_view text);
 
 // 0x00BBGGRR as the window system writes colours.
 QColor ColourOf(std::uint32_t bgr);

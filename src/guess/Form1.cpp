@@ -23,10 +23,6 @@
 namespace mirvalde {
 namespace {
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QString OptionName(int index) {
     return QStringLiteral("Option1(%1)").arg(index);
 }
@@ -47,7 +43,7 @@ constexpr QSize kClientSize(static_cast<int>(kForm1ClientWidth / kTwipsPerPixel)
 Form1::Form1(GuessGame& game, std::function<bool()> anotherCopyRunning, QWidget* parent)
     : QMainWindow(parent), game_(game), anotherCopyRunning_(std::move(anotherCopyRunning)) {
     setObjectName(QStringLiteral("Form1"));
-    setWindowTitle(Text(kForm1Caption));
+    setWindowTitle(FromUtf8(kForm1Caption));
     setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
     setAttribute(Qt::WA_DeleteOnClose);
     CreateMenus();
@@ -197,14 +193,14 @@ void Form1::ShowControls() {
     const Form1Controls& shown = game_.Controls();
     if (Boxsaisie_->text().toStdString() != shown.Boxsaisie) {
         const QSignalBlocker block(Boxsaisie_);
-        Boxsaisie_->setText(QString::fromStdString(shown.Boxsaisie));
+        Boxsaisie_->setText(FromUtf8(shown.Boxsaisie));
     }
-    Resultat_->setText(QString::fromStdString(shown.Resultat));
+    Resultat_->setText(FromUtf8(shown.Resultat));
     Resultat_->setVisible(shown.ResultatVisible);
-    Coup_->setText(QString::fromStdString(shown.Coup));
-    Label3_[0]->setText(QString::fromStdString(shown.Label3[0]));
-    Label3_[1]->setText(QString::fromStdString(shown.Label3[1]));
-    Label4_->setText(QString::fromStdString(shown.Label4));
+    Coup_->setText(FromUtf8(shown.Coup));
+    Label3_[0]->setText(FromUtf8(shown.Label3[0]));
+    Label3_[1]->setText(FromUtf8(shown.Label3[1]));
+    Label4_->setText(FromUtf8(shown.Label4));
     if (QAbstractButton* option = Option1_->button(shown.Option1); option && !option->isChecked()) {
         const QSignalBlocker block(Option1_);
         option->setChecked(true);
@@ -228,7 +224,7 @@ void Form1::Option1_Click(int index) {
 void Form1::Btgo_Click() {
     const Proposal proposal = game_.Btgo_Click();
     if (proposal == Proposal::Empty || proposal == Proposal::NotANumber) {
-        QMessageBox box(QMessageBox::NoIcon, Text(kForm1Caption),
+        QMessageBox box(QMessageBox::NoIcon, FromUtf8(kForm1Caption),
                         QStringLiteral("Propose un nombre !!!!"), QMessageBox::Ok, this);
         box.exec();
     }

@@ -5,6 +5,13 @@
 #include "NumberFormat.h"
 
 namespace mirvalde {
+namespace {
+
+std::string CoupCaption(std::int64_t count) {
+    return "Nombre de coups joués : " + Digits(count);
+}
+
+}  // namespace
 
 GuessGame::GuessGame(Random& random, const Clock& clock, Sound& sound, SoundFiles sounds,
                      char separator)
@@ -141,10 +148,6 @@ void GuessGame::HandOver() {
 void GuessGame::ShowCounters() {
     controls_.Label3[0] = Digits(module_.NbTrouves);
     controls_.Label3[1] = Digits(module_.NbRates);
-}
-
-std::string GuessGame::CoupCaption(std::int64_t count) const {
-    return "Nombre de coups joués : " + Digits(count);
 }
 
 }  // namespace mirvalde

@@ -97,7 +97,6 @@ class GuessGame {
 
   private:
     void ShowCounters();
-    std::string CoupCaption(std::int64_t count) const;
 
     Random& random_;
     const Clock& clock_;

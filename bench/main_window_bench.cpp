@@ -1,0 +1,68 @@
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <cstdlib>
+
+#include "Clock.h"
+#include "Form1.h"
+#include "NumberFormat.h"
+#include "Random.h"
+#include "Sound.h"
+
+namespace mirvalde {
+namespace {
+
+class SilentSound final : public Sound {
+  public:
+    void Play(const std::string&) override {}
+};
+
+// What the player waits for when the main window opens: its controls built from the design,
+// the pictures drawn and the first number drawn.
+void BM_LoadMainWindow(benchmark::State& state) {
+    MersenneRandom random;
+    SystemClock clock;
+    SilentSound sound;
+    GuessGame game(random, clock, sound, {}, ',');
+    for (auto _ : state) {
+        Form1 window(game, [] { return false; });
+        benchmark::DoNotOptimize(window.Form_Load());
+    }
+}
+BENCHMARK(BM_LoadMainWindow)->Unit(benchmark::kMillisecond);
+
+// One proposal judged and its sentence written.
+void BM_AnswerProposal(benchmark::State& state) {
+    MersenneRandom random;
+    SystemClock clock;
+    SilentSound sound;
+    GuessGame game(random, clock, sound, {}, ',');
+    game.Form_Load();
+    game.ChooseLevel(3);
+    for (auto _ : state) {
+        game.Boxsaisie_Change("123456");
+        benchmark::DoNotOptimize(game.Btgo_Click());
+    }
+}
+BENCHMARK(BM_AnswerProposal);
+
+void BM_FormatSentenceNumber(benchmark::State& state) {
+    double value = 1234567.891;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Format(value, "### ### ##0.##", ','));
+        value += 1.0;
+    }
+}
+BENCHMARK(BM_FormatSentenceNumber);
+
+}  // namespace
+}  // namespace mirvalde
+
+int main(int argc, char* argv[]) {
+    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
