@@ -90,11 +90,5 @@ TEST(ShortestTextTest, WritesTheShortestFormThatReadsBack) {
     }
 }
 
-TEST(DigitsTest, WritesPlainDigits) {
-    EXPECT_EQ(Digits(0), "0");
-    EXPECT_EQ(Digits(32767), "32767");
-    EXPECT_EQ(Digits(-7), "-7");
-}
-
 }  // namespace
 }  // namespace mirvalde

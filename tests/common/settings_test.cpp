@@ -55,13 +55,5 @@ TEST_F(QtSettingsStoreTest, AHandEditedValueThatIsNoNumberFallsBackToTheDefault)
     EXPECT_EQ(store.Read("Meilleur Score", "Score", "10"), "beaucoup");
 }
 
-TEST_F(QtSettingsStoreTest, AValueWrittenByAnotherCopyIsSeen) {
-    QtSettingsStore first(kName);
-    EXPECT_EQ(first.Read("Options", "Show Tips at Startup", "1"), "1");
-    QtSettingsStore second(kName);
-    ASSERT_TRUE(second.Write("Options", "Show Tips at Startup", "0"));
-    EXPECT_EQ(first.Read("Options", "Show Tips at Startup", "1"), "0");
-}
-
 }  // namespace
 }  // namespace mirvalde

@@ -36,24 +36,5 @@ TEST(ProportionalLayoutTest, MinimisingChangesNothingAndTheRestoreThatFollowsNei
     EXPECT_DOUBLE_EQ(layout.Places().at("Regle").left, 1223);
 }
 
-// Places stay exact between resizes, so no number of maximise and restore cycles moves a
-// control by a pixel, whatever the screen.
-TEST(ProportionalLayoutTest, ManyMaximiseAndRestoreCyclesLeaveEveryControlInPlace) {
-    for (const auto& [width, height] : {std::pair{19200.0, 11610.0}, {28800.0, 15930.0}}) {
-        ProportionalLayout layout = DesignedLayout(8820, 4905);
-        for (int i = 0; i < 1000; ++i) {
-            layout.Form_Resize(width, height, false);
-            layout.Form_Resize(8820, 4905, false);
-        }
-        for (const ControlDesign& control : Form1Design()) {
-            const TwipRect& place = layout.Places().at(std::string(control.name));
-            EXPECT_NEAR(place.left, control.place.left, 0.5) << control.name;
-            EXPECT_NEAR(place.top, control.place.top, 0.5) << control.name;
-            EXPECT_NEAR(place.width, control.place.width, 0.5) << control.name;
-            EXPECT_NEAR(place.height, control.place.height, 0.5) << control.name;
-        }
-    }
-}
-
 }  // namespace
 }  // namespace mirvalde
