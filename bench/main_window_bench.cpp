@@ -1,10 +1,10 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
-#include <cstdlib>
 
 #include "Clock.h"
 #include "Form1.h"
+#include "Look.h"
 #include "NumberFormat.h"
 #include "Random.h"
 #include "Sound.h"
@@ -25,8 +25,9 @@ void BM_LoadMainWindow(benchmark::State& state) {
     SilentSound sound;
     GuessGame game(random, clock, sound, {}, ',');
     for (auto _ : state) {
-        Form1 window(game, [] { return false; });
-        benchmark::DoNotOptimize(window.Form_Load());
+        Form1 window(game);
+        window.Form_Load();
+        benchmark::DoNotOptimize(window.Control("Boxsaisie"));
     }
 }
 BENCHMARK(BM_LoadMainWindow)->Unit(benchmark::kMillisecond);
@@ -59,8 +60,9 @@ BENCHMARK(BM_FormatSentenceNumber);
 }  // namespace mirvalde
 
 int main(int argc, char* argv[]) {
-    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    mirvalde::UseGameLook();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -22,20 +22,17 @@ Module1::~Module1() {
 }
 
 bool Module1::Main() {
-    if (!LoadForm1()) return false;
+    // A second copy ends here, silently, before any window exists.
+    if (instance_.AnotherCopyRunning()) return false;
+    LoadForm1();
     form1_->show();
     return true;
 }
 
-bool Module1::LoadForm1() {
-    auto* form = new Form1(game_, [this] { return instance_.AnotherCopyRunning(); });
-    if (!form->Form_Load()) {
-        delete form;
-        return false;
-    }
-    form1_ = form;
-    Track(form);
-    return true;
+void Module1::LoadForm1() {
+    form1_ = new Form1(game_);
+    form1_->Form_Load();
+    Track(form1_);
 }
 
 void Module1::Track(QWidget* window) {

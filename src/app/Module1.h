@@ -32,7 +32,7 @@ class Module1 : public QObject {
     void lastWindowUnloaded();
 
   private:
-    bool LoadForm1();
+    void LoadForm1();
     void Track(QWidget* window);
 
     MersenneRandom random_;

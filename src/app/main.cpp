@@ -1,8 +1,8 @@
 #include <QApplication>
-#include <QFont>
 #include <QLibraryInfo>
 #include <QTranslator>
 
+#include "Look.h"
 #include "Module1.h"
 
 int main(int argc, char* argv[]) {
@@ -19,12 +19,7 @@ int main(int argc, char* argv[]) {
                       QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(&qtFrench);
     }
-    // The same letters on every machine. A bare system may have no sans font but the one we
-    // install, and its fallback for menus and dialogs can be a monospaced one.
-    QFont::insertSubstitution(QStringLiteral("MS Sans Serif"), QStringLiteral("Liberation Sans"));
-    QFont font(QStringLiteral("Liberation Sans"));
-    font.setPointSizeF(9);
-    QApplication::setFont(font);
+    mirvalde::UseGameLook();
 
     mirvalde::Module1 module;
     QObject::connect(&module, &mirvalde::Module1::lastWindowUnloaded, &app, &QApplication::quit);

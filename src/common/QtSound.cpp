@@ -10,9 +10,7 @@ namespace mirvalde {
 QtSound::QtSound(std::function<void()> beep)
     : beep_(beep ? std::move(beep) : [] { QApplication::beep(); }) {}
 
-QtSound::~QtSound() {
-    for (auto& [path, effect] : effects_) delete effect;
-}
+QtSound::~QtSound() = default;
 
 bool QtSound::Loaded() const {
     for (const auto& [path, effect] : effects_) {
@@ -29,14 +27,14 @@ void QtSound::Play(const std::string& path) {
         beep_();
         return;
     }
-    QSoundEffect*& effect = effects_[file];
+    std::unique_ptr<QSoundEffect>& effect = effects_[file];
     if (!effect) {
-        effect = new QSoundEffect;
+        effect = std::make_unique<QSoundEffect>();
         effect->setSource(QUrl::fromLocalFile(file));
     }
     // play() returns at once; with no audio device Qt only warns, and nothing waits on it.
     effect->play();
-    playing_ = effect;
+    playing_ = effect.get();
 }
 
 }  // namespace mirvalde

@@ -4,6 +4,7 @@
 #include <QString>
 #include <functional>
 #include <map>
+#include <memory>
 
 #include "Sound.h"
 
@@ -16,6 +17,8 @@ class QtSound final : public Sound {
     // `beep` rings when a file is missing; by default the platform's own beep.
     explicit QtSound(std::function<void()> beep = {});
     ~QtSound() override;
+    QtSound(const QtSound&) = delete;
+    QtSound& operator=(const QtSound&) = delete;
 
     void Play(const std::string& path) override;
 
@@ -26,7 +29,7 @@ class QtSound final : public Sound {
   private:
     std::function<void()> beep_;
     // One effect per file, kept loaded: the second play of a sound starts at once.
-    std::map<QString, QSoundEffect*> effects_;
+    std::map<QString, std::unique_ptr<QSoundEffect>> effects_;
     QSoundEffect* playing_ = nullptr;
 };
 

@@ -4,21 +4,25 @@
 #include <QStandardPaths>
 
 namespace mirvalde {
+namespace {
 
-SingleInstance::SingleInstance(const QString& name) {
+QString LockPath(const QString& name) {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (folder.isEmpty()) folder = QDir::tempPath();
-    lock_ = std::make_unique<QLockFile>(folder + u'/' + name + QStringLiteral(".lock"));
-    lock_->setStaleLockTime(0);  // only the holder's death frees the lock, not its age
+    return folder + u'/' + name + QStringLiteral(".lock");
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const QString& name) : lock_(LockPath(name)) {
+    lock_.setStaleLockTime(0);  // only the holder's death frees the lock, not its age
 }
 
 bool SingleInstance::AnotherCopyRunning() {
-    if (!held_) held_ = lock_->tryLock(0);
-    if (!held_ && lock_->error() == QLockFile::PermissionError) {
-        // A folder we cannot write to must not keep the player out of the game.
-        return false;
-    }
-    return !held_;
+    if (!held_) held_ = lock_.tryLock(0);
+    // A folder we cannot write to, or a full disk, must not keep the player out of the game:
+    // only a living holder of the lock is another copy.
+    return !held_ && lock_.error() == QLockFile::LockFailedError;
 }
 
 }  // namespace mirvalde

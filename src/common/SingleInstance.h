@@ -2,7 +2,6 @@
 
 #include <QLockFile>
 #include <QString>
-#include <memory>
 
 namespace mirvalde {
 
@@ -16,7 +15,7 @@ class SingleInstance {
     bool AnotherCopyRunning();
 
   private:
-    std::unique_ptr<QLockFile> lock_;
+    QLockFile lock_;
     bool held_ = false;
 };
 

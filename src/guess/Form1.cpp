@@ -30,7 +30,8 @@ QString OptionName(int index) {
 // The window's own text (frames, levels): narrow enough that the captions of the levels fit
 // the places they were designed for.
 QFont WindowFont() {
-    QFont font(QStringLiteral("Liberation Sans Narrow"));
+    QFont font;
+    font.setFamilies({QStringLiteral("Liberation Sans Narrow"), QStringLiteral("Arial Narrow")});
     font.setPointSizeF(8.25);
     return font;
 }
@@ -40,8 +41,7 @@ constexpr QSize kClientSize(static_cast<int>(kForm1ClientWidth / kTwipsPerPixel)
 
 }  // namespace
 
-Form1::Form1(GuessGame& game, std::function<bool()> anotherCopyRunning, QWidget* parent)
-    : QMainWindow(parent), game_(game), anotherCopyRunning_(std::move(anotherCopyRunning)) {
+Form1::Form1(GuessGame& game, QWidget* parent) : QMainWindow(parent), game_(game) {
     setObjectName(QStringLiteral("Form1"));
     setWindowTitle(FromUtf8(kForm1Caption));
     setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
@@ -143,8 +143,7 @@ void Form1::CreateControls() {
     Label4_->setAccessibleDescription(QStringLiteral("Moyenne"));
 }
 
-bool Form1::Form_Load() {
-    if (anotherCopyRunning_ && anotherCopyRunning_()) return false;
+void Form1::Form_Load() {
     game_.Form_Load();
     ShowControls();
     ensurePolished();
@@ -153,7 +152,6 @@ bool Form1::Form_Load() {
     const QSize outer = OuterSize();
     layout_.SetPreviousSize(outer.width() * kTwipsPerPixel, outer.height() * kTwipsPerPixel);
     Centre();
-    return true;
 }
 
 QSize Form1::OuterSize() const {
@@ -174,7 +172,11 @@ void Form1::Centre() {
 void Form1::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     GiveFocusToBox();
-    CentreOnceFramed(20);
+    // Once per load: a window restored or shown again stays where the player put it.
+    if (!centredWithFrame_) {
+        centredWithFrame_ = true;
+        CentreOnceFramed(20);
+    }
 }
 
 void Form1::CentreOnceFramed(int triesLeft) {
@@ -316,12 +318,13 @@ void Form1::resizeEvent(QResizeEvent* event) {
     Form_Resize();
     // The border is fixed: only maximising changes the size. The desktop must still see a
     // resizable window, or it would not offer to maximise it, so a size the player drags
-    // is undone here.
-    if (!designSize_.isEmpty() && size() != designSize_) {
+    // is undone here. A tiling desktop that keeps imposing its size is let be.
+    if (size() == designSize_) sizesUndone_ = 0;
+    if (!designSize_.isEmpty() && size() != designSize_ && sizesUndone_ < 3) {
         QTimer::singleShot(0, this, [this] {
-            if (!(windowState() &
-                  (Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized)) &&
-                size() != designSize_) {
+            const auto sized = Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized;
+            if (!(windowState() & sized) && size() != designSize_) {
+                ++sizesUndone_;
                 resize(designSize_);
             }
         });

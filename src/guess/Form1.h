@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <functional>
 #include <map>
 
 #include "GuessGame.h"
@@ -21,11 +20,10 @@ class Form1 : public QMainWindow {
     Q_OBJECT
 
   public:
-    // `anotherCopyRunning` is asked at every load: a second copy of the program ends there.
-    Form1(GuessGame& game, std::function<bool()> anotherCopyRunning, QWidget* parent = nullptr);
+    explicit Form1(GuessGame& game, QWidget* parent = nullptr);
 
-    // False when another copy of the program runs: nothing is shown and the program ends.
-    bool Form_Load();
+    // The controls as designed, a first number drawn, the window sized and centred.
+    void Form_Load();
 
     QWidget* Control(std::string_view name) const;
 
@@ -62,7 +60,6 @@ class Form1 : public QMainWindow {
     QSize OuterSize() const;
 
     GuessGame& game_;
-    std::function<bool()> anotherCopyRunning_;
     ProportionalLayout layout_;
     std::map<std::string, QWidget*, std::less<>> controls_;
     QWidget* client_ = nullptr;
@@ -77,6 +74,8 @@ class Form1 : public QMainWindow {
     QLabel* Label3_[2] = {nullptr, nullptr};
     QButtonGroup* Option1_ = nullptr;
     QSize designSize_;
+    bool centredWithFrame_ = false;
+    int sizesUndone_ = 0;
 };
 
 }  // namespace mirvalde

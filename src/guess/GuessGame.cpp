@@ -116,7 +116,7 @@ char16_t GuessGame::Boxsaisie_KeyPress(char16_t key, std::string_view kept) cons
         return 0;
     }
     // Either separator the player types becomes the one of the player's notation.
-    const bool pointNotation = Format(0.1, "0.#", separator_) == "0.1";
+    const bool pointNotation = separator_ == '.';
     if (key == u',' && pointNotation) key = u'.';
     if (key == u'.' && !pointNotation) key = u',';
     // A second separator would make the proposal unreadable.

@@ -67,7 +67,6 @@ class GuessGame {
 
     const Form1Module& Module() const { return module_; }
     const Form1Controls& Controls() const { return controls_; }
-    char Separator() const { return separator_; }
 
     // The controls as designed, the answer hidden, and a first number at level 0.
     void Form_Load();

@@ -96,7 +96,7 @@ Qt::Alignment AlignmentOf(QWidget* widget) {
 class Form1DesignTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(window->Form_Load());
+        window->Form_Load();
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
@@ -106,7 +106,7 @@ class Form1DesignTest : public ::testing::Test {
     testing::FakeClock clock;
     testing::RecordingSound sound;
     GuessGame game{random, clock, sound, {}, ','};
-    std::unique_ptr<Form1> window = std::make_unique<Form1>(game, [] { return false; });
+    std::unique_ptr<Form1> window = std::make_unique<Form1>(game);
 };
 
 TEST_F(Form1DesignTest, EveryControlStandsAsDesigned) {
@@ -132,6 +132,34 @@ TEST_F(Form1DesignTest, EveryControlStandsAsDesigned) {
             EXPECT_EQ(font, window->centralWidget()->font());
         }
     }
+}
+
+// A caption cut at its end is a bug the player sees: every caption fits its control in the
+// fonts the game installs.
+TEST_F(Form1DesignTest, EveryCaptionFitsItsControl) {
+    for (const Expected& e : kDesign) {
+        QWidget* widget = Find(e.name);
+        const int text = widget->fontMetrics().horizontalAdvance(CaptionOf(widget).remove(u'&'));
+        if (qobject_cast<QRadioButton*>(widget)) {
+            EXPECT_LE(widget->sizeHint().width(), widget->width()) << e.name;
+        } else if (qobject_cast<QPushButton*>(widget)) {
+            EXPECT_LE(text + 8, widget->width()) << e.name;
+        } else if (qobject_cast<QLabel*>(widget)) {
+            EXPECT_LE(text, widget->width()) << e.name;
+        }
+    }
+    // The longest sentences a label must hold.
+    auto* coup = qobject_cast<QLabel*>(Find("Coup"));
+    EXPECT_LE(coup->fontMetrics().horizontalAdvance("Nombre de coups joués : 32767"),
+              coup->width());
+    auto* answer = qobject_cast<QLabel*>(Find("Resultat"));
+    for (const char* sentence :
+         {"999 999 999 est trop grand.", "1 000 000 est la bonne réponse."}) {
+        EXPECT_LE(answer->fontMetrics().horizontalAdvance(sentence), answer->width()) << sentence;
+    }
+    auto* average = qobject_cast<QLabel*>(Find("Label4"));
+    EXPECT_LE(average->fontMetrics().horizontalAdvance("Tu trouves en 999 fois, en moyenne."),
+              average->width());
 }
 
 TEST_F(Form1DesignTest, TheWindowItsColoursKeysAndPicturesAreAsDesigned) {

@@ -28,8 +28,8 @@ class Form1Test : public ::testing::Test {
     void SetUp() override { Load(); }
 
     void Load() {
-        window = new Form1(game, [] { return false; });
-        ASSERT_TRUE(window->Form_Load());
+        window = new Form1(game);
+        window->Form_Load();
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     }
@@ -46,7 +46,7 @@ class Form1Test : public ::testing::Test {
     // A message box is modal: it is answered as soon as it opens, and its text returned.
     QString EnterAndAnswerMessage() {
         QString text;
-        QTimer::singleShot(0, [&text] {
+        QTimer::singleShot(0, window, [&text] {
             if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 text = box->windowTitle() + u'|' + box->text();
                 box->button(QMessageBox::Ok)->click();
@@ -150,6 +150,8 @@ TEST_F(Form1Test, EnterOnAFocusedButtonClicksThatButton) {
 }
 
 TEST_F(Form1Test, EscapeTheButtonAndTheMenuAllUnloadTheWindow) {
+    Type("3");
+    Enter();
     const auto unloaded = [this] {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return window.isNull();
@@ -165,7 +167,9 @@ TEST_F(Form1Test, EscapeTheButtonAndTheMenuAllUnloadTheWindow) {
     window->findChild<QAction*>("Quitter")->trigger();
     EXPECT_TRUE(unloaded());
     // The game outlives its window: a new load keeps the counts.
-    EXPECT_EQ(game.Module().NbCoups, 0);
+    Load();
+    EXPECT_EQ(game.Module().NbRates, 1);
+    EXPECT_EQ(game.Module().NbCoups, 1);
 }
 
 }  // namespace

@@ -72,7 +72,9 @@ TEST(GuessGameTest, RealDrawsStayWithinTheirLevel) {
             ASSERT_GE(n, level == 4 ? 1.0 : static_cast<double>(kLevels[level].low));
             ASSERT_LE(n, level == 4 ? 100.0 : static_cast<double>(kLevels[level].high));
             ASSERT_EQ(ReadNumber(Format(n, "0.00", ','), ','), n) << n;
-            if (level < 4) ASSERT_EQ(n, static_cast<double>(static_cast<std::int64_t>(n)));
+            if (level < 4) {
+                ASSERT_EQ(n, static_cast<double>(static_cast<std::int64_t>(n)));
+            }
         }
     }
 }
@@ -221,12 +223,14 @@ TEST(GuessGameTest, GivingUpShowsFoundPlusMissesWhileGoShowsItsOwnCount) {
     round.Propose("4");
     EXPECT_EQ(round.Shown().Coup, "Nombre de coups joués : 2");
 
-    // Giving up after a win reveals the number of the win and stays in the won state.
+    // Giving up after a win reveals the number drawn at the win, the next round's, and
+    // stays in the won state.
+    round.random.Push({0.1f});  // drawn at the win: 11
     round.Propose("51");
     round.game.Boxsaisie_Change("9");
     EXPECT_TRUE(round.Shown().CmdSolutionEnabled);
     round.game.CmdSolution_Click();
-    EXPECT_EQ(round.Shown().Resultat, "  51 est la bonne réponse.");
+    EXPECT_EQ(round.Shown().Resultat, "  11 est la bonne réponse.");
     EXPECT_FALSE(round.Shown().BtgoEnabled);
     EXPECT_TRUE(round.Shown().btEncoreVisible);
 }

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace mirvalde {
+
+// The same letters and the same widgets on every machine: the fonts the windows name are
+// mapped onto the metric-compatible ones the game installs, and Qt's own style draws the
+// coloured buttons whatever the desktop.
+void UseGameLook();
+
+}  // namespace mirvalde
