@@ -64,4 +64,11 @@ std::span<const ControlDesign> Form1Design() {
     return kControls;
 }
 
+std::string_view Form1Caption(std::string_view name) {
+    for (const ControlDesign& control : kControls) {
+        if (control.name == name) return control.caption;
+    }
+    return {};
+}
+
 }  // namespace mirvalde

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "Form1Design.h"
 #include "NumberFormat.h"
 
 namespace mirvalde {
@@ -23,6 +24,11 @@ GuessGame::GuessGame(Random& random, const Clock& clock, Sound& sound, SoundFile
 
 void GuessGame::Form_Load() {
     controls_ = Form1Controls{};
+    controls_.Resultat = Form1Caption("Resultat");
+    controls_.Coup = Form1Caption("Coup");
+    controls_.Label3 = {std::string(Form1Caption("Label3(0)")),
+                        std::string(Form1Caption("Label3(1)"))};
+    controls_.Label4 = Form1Caption("Label4");
     controls_.ResultatVisible = false;
     Option1_Click(0);
 }

@@ -40,10 +40,10 @@ struct Form1Module {
 // What the main window's controls show. Rebuilt from the window's design at every load.
 struct Form1Controls {
     std::string Boxsaisie;
-    std::string Resultat = "Comparaison";
+    std::string Resultat;
     bool ResultatVisible = true;
-    std::string Coup = "Nombre total de coups joués";
-    std::array<std::string, 2> Label3{"0", "0"};
+    std::string Coup;
+    std::array<std::string, 2> Label3;
     std::string Label4;
     int Option1 = 0;  // the selected level
     bool BtgoEnabled = true;
