@@ -18,6 +18,13 @@ struct Decimal {
     std::string fraction;  // no trailing zeros
 };
 
+// Drops the leading zeros of the whole part and the trailing zeros of the fraction, which
+// the pictures' "#" must never see as digits.
+void Trim(Decimal& d) {
+    d.whole.erase(0, std::min(d.whole.find_first_not_of('0'), d.whole.size()));
+    while (!d.fraction.empty() && d.fraction.back() == '0') d.fraction.pop_back();
+}
+
 Decimal ToDecimal(double value) {
     std::array<char, 400> buffer{};
     auto [end, ec] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
@@ -27,17 +34,12 @@ Decimal ToDecimal(double value) {
     const auto point = text.find('.');
     d.whole = text.substr(0, point);
     if (point != std::string::npos) d.fraction = text.substr(point + 1);
-    d.whole.erase(0, std::min(d.whole.find_first_not_of('0'), d.whole.size()));
-    while (!d.fraction.empty() && d.fraction.back() == '0') d.fraction.pop_back();
+    Trim(d);
     return d;
 }
 
-// Rounds to `places` decimals, a half away from zero (the value is a magnitude here).
-void RoundTo(Decimal& d, std::size_t places) {
-    if (d.fraction.size() <= places) return;
-    const bool up = d.fraction[places] >= '5';
-    d.fraction.resize(places);
-    if (!up) return;
+// Adds one unit of the fraction's last place, carrying into the whole part.
+void AddLastUnit(Decimal& d) {
     std::string digits = d.whole + d.fraction;
     int i = static_cast<int>(digits.size()) - 1;
     for (; i >= 0 && digits[i] == '9'; --i) digits[i] = '0';
@@ -46,11 +48,19 @@ void RoundTo(Decimal& d, std::size_t places) {
     } else {
         digits.insert(digits.begin(), '1');
     }
-    const std::size_t wholeSize = digits.size() - places;
+    const std::size_t wholeSize = digits.size() - d.fraction.size();
     d.whole = digits.substr(0, wholeSize);
     d.fraction = digits.substr(wholeSize);
-    d.whole.erase(0, std::min(d.whole.find_first_not_of('0'), d.whole.size()));
-    while (!d.fraction.empty() && d.fraction.back() == '0') d.fraction.pop_back();
+}
+
+// Rounds to `places` decimals, a half away from zero (the value is a magnitude here).
+void RoundTo(Decimal& d, std::size_t places) {
+    if (d.fraction.size() <= places) return;
+    const bool up = d.fraction[places] >= '5';
+    d.fraction.resize(places);
+    if (up) AddLastUnit(d);
+    // Cutting leaves zeros at the end as surely as carrying does: 50.501 is 50.50.
+    Trim(d);
 }
 
 // Lays the whole digits onto the picture from the right.
