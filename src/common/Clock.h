@@ -12,12 +12,15 @@ class Clock {
     virtual double SecondsSinceMidnight() const = 0;
     // Milliseconds since an arbitrary start; wraps like any 32-bit tick count.
     virtual std::uint32_t TickCount() const = 0;
+    // Gives the processor away for about this long; never handles an event.
+    virtual void Sleep(std::uint32_t milliseconds) const = 0;
 };
 
 class SystemClock final : public Clock {
   public:
     double SecondsSinceMidnight() const override;
     std::uint32_t TickCount() const override;
+    void Sleep(std::uint32_t milliseconds) const override;
 };
 
 }  // namespace mirvalde

@@ -17,8 +17,19 @@ struct TwipRect {
     double height = 0;
 };
 
-enum class ControlKind { CommandButton, Frame, Label, Image, OptionButton, TextBox };
+enum class ControlKind {
+    CommandButton,
+    Frame,
+    Label,
+    Image,
+    OptionButton,
+    TextBox,
+    PictureBox,
+    Shape,
+};
 enum class TextAlign { Left, Center, Right };
+// The outline of a shape; a shape with a Fixed background is filled with its colour.
+enum class ShapeStyle { Rectangle, RoundedRectangle };
 // Colours that follow the desktop's palette rather than a fixed value.
 enum class Background { Default, Fixed, Menu, ScrollBar };
 
@@ -41,6 +52,9 @@ struct ControlDesign {
     std::string_view tooltip;
     int tabIndex = -1;  // -1: not in the tab order
     bool visible = true;
+    // A label that sizes itself to its text, keeping the edge its alignment holds still.
+    bool autoSize = false;
+    ShapeStyle shape = ShapeStyle::Rectangle;
 };
 
 }  // namespace mirvalde

@@ -8,6 +8,8 @@
 #include <QRadioButton>
 #include <cmath>
 
+#include "ShapeControl.h"
+
 namespace mirvalde {
 namespace {
 
@@ -47,6 +49,13 @@ void ApplyBackground(QWidget* widget, const ControlDesign& design) {
     if (qobject_cast<QLabel*>(widget)) widget->setAutoFillBackground(true);
 }
 
+bool IsDrawnOnSurface(ControlKind kind) {
+    return kind == ControlKind::Label || kind == ControlKind::Image || kind == ControlKind::Shape;
+}
+
+constexpr const char* kDrawnOnSurface = "mirvalde.drawnOnSurface";
+constexpr const char* kAutoSizeAnchor = "mirvalde.autoSizeAnchor";
+
 QWidget* CreateWidget(const ControlDesign& design, QWidget* parent) {
     const QString caption = FromUtf8(design.caption);
     switch (design.kind) {
@@ -73,6 +82,14 @@ QWidget* CreateWidget(const ControlDesign& design, QWidget* parent) {
             box->setAlignment(AlignmentOf(design.align) | Qt::AlignVCenter);
             return box;
         }
+        case ControlKind::PictureBox: {
+            auto* box = new QFrame(parent);
+            box->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+            return box;
+        }
+        case ControlKind::Shape:
+            return new ShapeControl(design.shape, design.background == Background::Fixed,
+                                    ColourOf(design.colour), parent);
     }
     return new QWidget(parent);
 }
@@ -107,14 +124,50 @@ QFont FontOf(const FontDesign& font, const QFont& windowFont) {
 }
 
 QWidget* CreateControl(const ControlDesign& design, QWidget* parent) {
-    QWidget* widget = CreateWidget(design, parent);
+    return ApplyDesign(CreateWidget(design, parent), design);
+}
+
+QWidget* ApplyDesign(QWidget* widget, const ControlDesign& design) {
+    QWidget* parent = widget->parentWidget();
     widget->setObjectName(FromUtf8(design.name));
     widget->setFont(FontOf(design.font, parent->font()));
     if (!design.tooltip.empty()) widget->setToolTip(FromUtf8(design.tooltip));
-    ApplyBackground(widget, design);
+    // A shape's colour is its fill, not a background.
+    if (design.kind != ControlKind::Shape) ApplyBackground(widget, design);
     widget->setGeometry(ToPixels(design.place));
     widget->setVisible(design.visible);
+    if (IsDrawnOnSurface(design.kind)) widget->setProperty(kDrawnOnSurface, true);
+    if (design.autoSize) {
+        // The edge the text is aligned on stays where it was designed.
+        const QRect place = widget->geometry();
+        const int anchor = design.align == TextAlign::Right    ? place.right() + 1
+                           : design.align == TextAlign::Center ? place.center().x()
+                                                               : place.left();
+        widget->setProperty(kAutoSizeAnchor, anchor);
+        if (auto* label = qobject_cast<QLabel*>(widget)) FitLabelToText(label);
+    }
     return widget;
+}
+
+void FitLabelToText(QLabel* label) {
+    const QVariant anchor = label->property(kAutoSizeAnchor);
+    if (!anchor.isValid()) return;
+    const QSize size = label->sizeHint();
+    int left = anchor.toInt();
+    if (label->alignment() & Qt::AlignRight) left -= size.width();
+    if (label->alignment() & Qt::AlignHCenter) left -= size.width() / 2;
+    label->setGeometry(left, label->y(), size.width(), size.height());
+}
+
+void StackDrawnControlsBeneath(QWidget* surface) {
+    // Lowering from the last to the first keeps the drawn controls in their own order.
+    const QObjectList children = surface->children();
+    for (auto it = children.rbegin(); it != children.rend(); ++it) {
+        auto* widget = qobject_cast<QWidget*>(*it);
+        if (!widget || widget->isWindow()) continue;
+        StackDrawnControlsBeneath(widget);
+        if (widget->property(kDrawnOnSurface).toBool()) widget->lower();
+    }
 }
 
 }  // namespace mirvalde

@@ -8,6 +8,7 @@
 
 #include "Design.h"
 
+class QLabel;
 class QWidget;
 
 namespace mirvalde {
@@ -26,5 +27,15 @@ QFont FontOf(const FontDesign& font, const QFont& windowFont);
 // The widget of one row of a design table, with its name, caption, font, colours, alignment,
 // tooltip and visibility; its place is applied by the window.
 QWidget* CreateControl(const ControlDesign& design, QWidget* parent);
+// The same for a widget made by the window itself (a picture box that draws): returns it.
+QWidget* ApplyDesign(QWidget* widget, const ControlDesign& design);
+
+// A label designed to size itself takes the size of its text again, its aligned edge still.
+void FitLabelToText(QLabel* label);
+
+// Labels, images and shapes are drawn on their window's surface: beneath every button, box,
+// frame and picture box, whatever the order of the design, and in that order among
+// themselves. Applies to `surface` and every widget inside it.
+void StackDrawnControlsBeneath(QWidget* surface);
 
 }  // namespace mirvalde

@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 #include <QGroupBox>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,16 +10,15 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScreen>
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
-#include <cmath>
 #include <vector>
 
 #include "DesignedControl.h"
 #include "Form1Design.h"
 #include "Pictures.h"
+#include "WindowPlacement.h"
 
 namespace mirvalde {
 namespace {
@@ -86,6 +86,7 @@ void Form1::CreateControls() {
             tabOrder.emplace_back(design.tabIndex, widget);
         }
     }
+    StackDrawnControlsBeneath(client_);
     std::sort(tabOrder.begin(), tabOrder.end());
     for (std::size_t i = 1; i < tabOrder.size(); ++i) {
         setTabOrder(tabOrder[i - 1].second, tabOrder[i].second);
@@ -151,7 +152,7 @@ void Form1::Form_Load() {
     resize(designSize_);
     const QSize outer = OuterSize();
     layout_.SetPreviousSize(outer.width() * kTwipsPerPixel, outer.height() * kTwipsPerPixel);
-    Centre();
+    CentreOnScreen(this);
 }
 
 QSize Form1::OuterSize() const {
@@ -160,35 +161,19 @@ QSize Form1::OuterSize() const {
     return size();
 }
 
-void Form1::Centre() {
-    const QScreen* target = screen();
-    if (!target) return;
-    const QRect area = target->geometry();
-    const QSize frame = frameGeometry().size();
-    move(area.x() + static_cast<int>(std::lround((area.width() - frame.width()) / 2.0)),
-         area.y() + static_cast<int>(std::lround((area.height() - frame.height()) / 2.0)));
-}
-
 void Form1::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     GiveFocusToBox();
     // Once per load: a window restored or shown again stays where the player put it.
     if (!centredWithFrame_) {
         centredWithFrame_ = true;
-        CentreOnceFramed(20);
+        CentreOnceFramed(this);
     }
 }
 
-void Form1::CentreOnceFramed(int triesLeft) {
-    // The desktop's frame is known only a moment after the window appears; centring counts
-    // the frame, so the window is centred again once.
-    QTimer::singleShot(25, this, [this, triesLeft] {
-        if (frameGeometry().size() != size()) {
-            if (!isMaximized() && !isMinimized()) Centre();
-        } else if (triesLeft > 0) {
-            CentreOnceFramed(triesLeft - 1);
-        }
-    });
+void Form1::HandOver() {
+    game_.HandOver();
+    ShowControls();
 }
 
 void Form1::ShowControls() {
@@ -275,21 +260,62 @@ bool Form1::Boxsaisie_KeyPress(QKeyEvent* event) {
     }
     const QString typed = event->text();
     if (typed.isEmpty()) return false;
-
-    QString kept = Boxsaisie_->text();
-    if (Boxsaisie_->hasSelectedText()) {
-        kept.remove(Boxsaisie_->selectionStart(), Boxsaisie_->selectedText().size());
-    }
-    const char16_t key = game_.Boxsaisie_KeyPress(typed.at(0).unicode(), kept.toStdString());
-    if (key == 0) return true;
-    if (key == typed.at(0).unicode()) return false;
-    Boxsaisie_->insert(QString(QChar(key)));
+    const QString admitted = Boxsaisie_Admitted(typed);
+    if (admitted == typed) return false;
+    if (!admitted.isEmpty()) Boxsaisie_->insert(admitted);
     return true;
 }
 
+void Form1::Boxsaisie_InputMethod(QInputMethodEvent* event) {
+    // A dead key or a compose sequence commits its text without any key press: that text is
+    // typed all the same. The composing text shown meanwhile is not part of the box's text and
+    // is left to the box.
+    const QString typed = event->commitString();
+    if (typed.isEmpty()) return;
+    const QString admitted =
+        Boxsaisie_Admitted(typed, event->replacementStart(), event->replacementLength());
+    if (admitted == typed) return;
+    // Refused altogether, the commit leaves the box as it was, as a refused key does: the text
+    // it was to replace stays.
+    if (admitted.isEmpty()) {
+        event->setCommitString(QString());
+    } else {
+        event->setCommitString(admitted, event->replacementStart(), event->replacementLength());
+    }
+}
+
+QString Form1::Boxsaisie_Admitted(const QString& typed, int replaceFrom, int replaceLength) const {
+    // The rules judge each character against what stays in the box: the selection and the text
+    // an input method replaces are gone by then, and the characters admitted before count.
+    QString kept = Boxsaisie_->text();
+    int cursor = Boxsaisie_->cursorPosition();
+    if (Boxsaisie_->hasSelectedText()) {
+        cursor = Boxsaisie_->selectionStart();
+        kept.remove(cursor, Boxsaisie_->selectionLength());
+    }
+    if (replaceLength > 0) {
+        kept.remove(std::clamp(cursor + replaceFrom, 0, static_cast<int>(kept.size())),
+                    replaceLength);
+    }
+    // The box's maximum length then cuts what does not fit.
+    QString admitted;
+    for (const QChar character : typed) {
+        const char16_t key = game_.Boxsaisie_KeyPress(character.unicode(), kept.toStdString());
+        if (key == 0) continue;
+        kept += QChar(key);
+        admitted += QChar(key);
+    }
+    return admitted;
+}
+
 bool Form1::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == Boxsaisie_ && event->type() == QEvent::KeyPress) {
-        return Boxsaisie_KeyPress(static_cast<QKeyEvent*>(event));
+    if (watched == Boxsaisie_) {
+        if (event->type() == QEvent::KeyPress) {
+            return Boxsaisie_KeyPress(static_cast<QKeyEvent*>(event));
+        }
+        if (event->type() == QEvent::InputMethod) {
+            Boxsaisie_InputMethod(static_cast<QInputMethodEvent*>(event));
+        }
     }
     return QMainWindow::eventFilter(watched, event);
 }

@@ -7,6 +7,7 @@
 #include "ProportionalLayout.h"
 
 class QButtonGroup;
+class QInputMethodEvent;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -27,6 +28,9 @@ class Form1 : public QMainWindow {
 
     QWidget* Control(std::string_view name) const;
 
+    // The tenth number found: the counters start again from zero before the window unloads.
+    void HandOver();
+
   signals:
     void tenthNumberFound();
     void tipsRequested();
@@ -41,8 +45,6 @@ class Form1 : public QMainWindow {
   private:
     void CreateMenus();
     void CreateControls();
-    void Centre();
-    void CentreOnceFramed(int triesLeft);
 
     void Option1_Click(int index);
     void Btgo_Click();
@@ -52,6 +54,9 @@ class Form1 : public QMainWindow {
     void Quitter_Click();
     void Boxsaisie_Change();
     bool Boxsaisie_KeyPress(QKeyEvent* event);
+    void Boxsaisie_InputMethod(QInputMethodEvent* event);
+    QString Boxsaisie_Admitted(const QString& typed, int replaceFrom = 0,
+                               int replaceLength = 0) const;
     void Form_Resize();
 
     void ShowControls();

@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QInputMethodEvent>
+#include <QInputMethodQueryEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -42,6 +44,16 @@ class Form1Test : public ::testing::Test {
     QString Caption(const char* name) const { return Find<QLabel>(name)->text(); }
 
     void Type(const QString& keys) { QTest::keyClicks(Box(), keys); }
+    // Text as the desktop's input method delivers it: composed, then committed at once.
+    void Compose(const QString& preedit) {
+        QInputMethodEvent event(preedit, {});
+        QApplication::sendEvent(Box(), &event);
+    }
+    void Commit(const QString& text, int replaceFrom = 0, int replaceLength = 0) {
+        QInputMethodEvent event;
+        event.setCommitString(text, replaceFrom, replaceLength);
+        QApplication::sendEvent(Box(), &event);
+    }
     void Enter() { QTest::keyClick(Box(), Qt::Key_Return); }
     // A message box is modal: it is answered as soon as it opens, and its text returned.
     QString EnterAndAnswerMessage() {
@@ -106,6 +118,49 @@ TEST_F(Form1Test, TheBoxTakesOnlyDigitsAndOneSeparatorInThePlayersNotation) {
     Box()->selectAll();
     Type(".");
     EXPECT_EQ(Box()->text(), ",");
+}
+
+// A dead key or a compose sequence commits its text without a key press.
+TEST_F(Form1Test, TextAnInputMethodCommitsIsFilteredLikeTypedKeys) {
+    // The box keeps taking the input method, or digits could not be typed through it.
+    QInputMethodQueryEvent query(Qt::ImEnabled);
+    QApplication::sendEvent(Box(), &query);
+    EXPECT_TRUE(query.value(Qt::ImEnabled).toBool());
+
+    Compose(QStringLiteral("^"));
+    EXPECT_EQ(Box()->text(), "");
+    Commit(QStringLiteral("ê"));
+    EXPECT_EQ(Box()->text(), "");
+    Compose(QStringLiteral("^"));
+    Commit(QStringLiteral("5"));
+    EXPECT_EQ(Box()->text(), "5");
+    EXPECT_TRUE(Find<QPushButton>("CmdSolution")->isEnabled());
+    Box()->clear();
+    Commit(QStringLiteral("1,2,3"));
+    EXPECT_EQ(Box()->text(), "1,23");
+    Box()->clear();
+    Commit(QStringLiteral("4.5x"));
+    EXPECT_EQ(Box()->text(), "4,5");
+}
+
+TEST_F(Form1Test, CommittedTextReplacesWhatItShouldAndFitsTheBox) {
+    // The separator of a selection the commit replaces no longer counts.
+    Box()->setText("5,2");
+    Box()->selectAll();
+    Commit(QStringLiteral("7.1"));
+    EXPECT_EQ(Box()->text(), "7,1");
+    // Likewise for the text before the cursor that the input method replaces.
+    Commit(QStringLiteral(".9"), -2, 2);
+    EXPECT_EQ(Box()->text(), "7,9");
+    // A refused commit leaves the text it was to replace.
+    Commit(QStringLiteral("é"), -1, 1);
+    EXPECT_EQ(Box()->text(), "7,9");
+
+    Box()->setText("12345678");
+    Commit(QStringLiteral("9,5"));
+    EXPECT_EQ(Box()->text(), "123456789");
+    Commit(QStringLiteral("0"));
+    EXPECT_EQ(Box()->text(), "123456789");
 }
 
 TEST_F(Form1Test, ClipboardShortcutsDoNotPasteIntoTheBox) {

@@ -35,8 +35,14 @@ class FakeClock final : public Clock {
   public:
     double SecondsSinceMidnight() const override { return seconds; }
     std::uint32_t TickCount() const override { return ticks; }
+    // Time passes only while the code under test sleeps.
+    void Sleep(std::uint32_t milliseconds) const override {
+        ticks += milliseconds;
+        slept += milliseconds;
+    }
     double seconds = 36000.25;
-    std::uint32_t ticks = 0;
+    mutable std::uint32_t ticks = 0;
+    mutable std::uint32_t slept = 0;
 };
 
 class RecordingSound final : public Sound {
