@@ -6,15 +6,18 @@
 #include "Clock.h"
 #include "Form1.h"
 #include "GuessGame.h"
+#include "QtSettingsStore.h"
 #include "QtSound.h"
 #include "Random.h"
 #include "SingleInstance.h"
+#include "TavrinesGame.h"
+#include "frmTavrines.h"
 
 namespace mirvalde {
 
 // The composition root: the services, the rules of every window for the whole run, and the
 // windows themselves from their load to their unload. The program ends when the last loaded
-// window is unloaded.
+// window is unloaded, or at once when the falling-blocks game quits.
 class Module1 : public QObject {
     Q_OBJECT
 
@@ -27,20 +30,28 @@ class Module1 : public QObject {
     bool Main();
 
     Form1* MainWindow() const { return form1_; }
+    frmTavrines* BlocksWindow() const { return frmTavrines_; }
+    const GuessGame& Guess() const { return game_; }
 
   signals:
-    void lastWindowUnloaded();
+    void programEnded();
 
   private:
     void LoadForm1();
+    void LoadTavrines();
+    void HandOverToTavrines();
+    void BackFromTavrines();
     void Track(QWidget* window);
 
     MersenneRandom random_;
     SystemClock clock_;
     QtSound sound_;
     SingleInstance instance_;
+    QtSettingsStore settings_;
     GuessGame game_;
+    TavrinesGame tavrines_;
     QPointer<Form1> form1_;
+    QPointer<frmTavrines> frmTavrines_;
     int loadedWindows_ = 0;
 };
 

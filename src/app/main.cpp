@@ -22,7 +22,7 @@ int main(int argc, char* argv[]) {
     mirvalde::UseGameLook();
 
     mirvalde::Module1 module;
-    QObject::connect(&module, &mirvalde::Module1::lastWindowUnloaded, &app, &QApplication::quit);
+    QObject::connect(&module, &mirvalde::Module1::programEnded, &app, &QApplication::quit);
     if (!module.Main()) return 0;
     return QApplication::exec();
 }

@@ -74,7 +74,7 @@ TEST_F(GameProcessTest, TheLockOfAKilledCopyIsTakenOver) {
 
 TEST(Module1Test, MainShowsTheMainWindowAndTheProgramEndsWhenItIsUnloaded) {
     Module1 module;
-    QSignalSpy ended(&module, &Module1::lastWindowUnloaded);
+    QSignalSpy ended(&module, &Module1::programEnded);
     ASSERT_TRUE(module.Main());
     Form1* window = module.MainWindow();
     ASSERT_NE(window, nullptr);

@@ -1,0 +1,231 @@
+#include "frmTavrines.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+
+#include "DesignedControl.h"
+#include "Pictures.h"
+#include "ShapeControl.h"
+#include "TavrinesDesign.h"
+#include "WellBox.h"
+#include "WindowPlacement.h"
+
+namespace mirvalde {
+namespace {
+
+constexpr QSize kClientSize(static_cast<int>(kTavrinesClientWidth / kTwipsPerPixel),
+                            static_cast<int>(kTavrinesClientHeight / kTwipsPerPixel));
+
+constexpr const char* kSpeedCaptions[] = {"&1 Très lent", "&2 Lent", "&3 Normal", "&4 Rapide",
+                                          "&5 Très rapide"};
+
+}  // namespace
+
+int VirtualKeyCode(int qtKey) {
+    switch (qtKey) {
+        case Qt::Key_Left:
+            return kKeyLeft;
+        case Qt::Key_Up:
+            return kKeyUp;
+        case Qt::Key_Right:
+            return kKeyRight;
+        case Qt::Key_Down:
+            return kKeyDown;
+        case Qt::Key_Space:
+            return kKeySpace;
+        case Qt::Key_Q:
+            return kKeyQ;
+        default:
+            return 0;
+    }
+}
+
+frmTavrines::frmTavrines(TavrinesGame& game, QWidget* parent) : QMainWindow(parent), game_(game) {
+    setObjectName(QStringLiteral("frmTavrines"));
+    setWindowTitle(FromUtf8(kTavrinesCaption));
+    setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
+    setAttribute(Qt::WA_DeleteOnClose);
+    // A fixed border with neither a minimise nor a maximise button.
+    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    CreateMenus();
+    CreateControls();
+    tmrCase_.setTimerType(Qt::PreciseTimer);
+    connect(&tmrCase_, &QTimer::timeout, this, &frmTavrines::tmrCase_Timer);
+    // The window hears the game's keys before any of its controls does.
+    qApp->installEventFilter(this);
+}
+
+frmTavrines::~frmTavrines() {
+    game_.SetPicture(nullptr);
+}
+
+QWidget* frmTavrines::Control(std::string_view name) const {
+    const auto found = controls_.find(name);
+    return found == controls_.end() ? nullptr : found->second;
+}
+
+void frmTavrines::CreateMenus() {
+    QMenu* jeu = menuBar()->addMenu(QStringLiteral("&Jeu"));
+    jeu->setObjectName(QStringLiteral("mnuJeu"));
+    QAction* nouveau =
+        jeu->addAction(QStringLiteral("&Nouveau"), this, &frmTavrines::mnuNouveau_Click);
+    nouveau->setObjectName(QStringLiteral("mnuNouveau"));
+    nouveau->setShortcut(QKeySequence(Qt::Key_F2));
+    jeu->addSeparator()->setObjectName(QStringLiteral("mnuSEP00"));
+    QAction* quitter =
+        jeu->addAction(QStringLiteral("&Quitter"), this, &frmTavrines::mnuQuitter_Click);
+    quitter->setObjectName(QStringLiteral("mnuQuitter"));
+    quitter->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    mnuVitesse_ = menuBar()->addMenu(QStringLiteral("&Vitesse"));
+    mnuVitesse_->setObjectName(QStringLiteral("mnuVitesse"));
+    auto* speeds = new QActionGroup(this);
+    for (int index = 1; index <= 5; ++index) {
+        QAction* item = mnuVitesse_->addAction(QString::fromUtf8(kSpeedCaptions[index - 1]), this,
+                                               [this, index] { mnuSpeed_Click(index); });
+        item->setObjectName(QStringLiteral("mnuSpeed(%1)").arg(index));
+        item->setCheckable(true);
+        speeds->addAction(item);
+        mnuSpeed_[index] = item;
+    }
+}
+
+void frmTavrines::CreateControls() {
+    auto* client = new QWidget(this);
+    client->setObjectName(QStringLiteral("client"));
+    client->setFixedSize(kClientSize);
+    setCentralWidget(client);
+
+    for (const ControlDesign& design : TavrinesDesign()) {
+        // The well is the one picture box, and it draws itself.
+        QWidget* widget = design.kind == ControlKind::PictureBox
+                              ? ApplyDesign(picZone_ = new WellBox(client), design)
+                              : CreateControl(design, client);
+        controls_.emplace(std::string(design.name), widget);
+    }
+    StackDrawnControlsBeneath(client);
+    picZone_->setAccessibleName(QStringLiteral("Puits"));
+    game_.SetPicture(picZone_);
+
+    for (int i = 0; i < kColonnes; ++i) {
+        Control(CarreName(i))
+            ->setAccessibleName(
+                QString::fromUtf8(std::array{"Carré rouge", "Carré noir", "Carré vert",
+                                             "Carré bleu", "Carré jaune", "Carré magenta"}[i]));
+    }
+}
+
+void frmTavrines::Form_Load() {
+    game_.Form_Load();
+    ShowControls();
+    ensurePolished();
+    setFixedSize(kClientSize.width(), kClientSize.height() + menuBar()->sizeHint().height());
+    CentreOnScreen(this);
+}
+
+void frmTavrines::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (!centredWithFrame_) {
+        centredWithFrame_ = true;
+        CentreOnceFramed(this);
+    }
+}
+
+void frmTavrines::ShowControls() {
+    const TavrinesControls& shown = game_.Controls();
+    const auto caption = [this](std::string_view name, const std::string& text) {
+        auto* label = qobject_cast<QLabel*>(Control(name));
+        const QString wanted = FromUtf8(text);
+        if (label->text() == wanted) return;
+        label->setText(wanted);
+        FitLabelToText(label);
+    };
+    for (int i = 0; i < kColonnes; ++i) {
+        caption(StatCouleurName(i), shown.lblStatCouleur[static_cast<std::size_t>(i)]);
+    }
+    caption("lblCarres", shown.lblCarres);
+    caption("lblBlocs", shown.lblBlocs);
+    caption("lblScore", shown.lblScore);
+    caption("lblNom", shown.lblNom);
+    caption("lblMeilleur", shown.lblMeilleur);
+    caption("lblVitesse", shown.lblVitesse);
+    mnuVitesse_->setEnabled(shown.mnuVitesseEnabled);
+    if (shown.mnuSpeedChecked >= 1 && shown.mnuSpeedChecked <= 5) {
+        mnuSpeed_[shown.mnuSpeedChecked]->setChecked(true);
+    }
+
+    // The timer starts its period afresh only when the game switches it on or changes it:
+    // a key never delays the next tick. A period of 0 never ticks.
+    const bool running = shown.tmrCaseEnabled && shown.tmrCaseInterval > 0;
+    if (shown.tmrCaseInterval != timerInterval_ || shown.tmrCaseStarts != timerStarts_ ||
+        running != tmrCase_.isActive()) {
+        timerInterval_ = shown.tmrCaseInterval;
+        timerStarts_ = shown.tmrCaseStarts;
+        if (running) {
+            tmrCase_.start(shown.tmrCaseInterval);
+        } else {
+            tmrCase_.stop();
+        }
+    }
+}
+
+void frmTavrines::mnuNouveau_Click() {
+    game_.mnuNouveau_Click();
+    ShowControls();
+}
+
+void frmTavrines::mnuQuitter_Click() {
+    emit quitRequested();
+}
+
+void frmTavrines::mnuSpeed_Click(int index) {
+    game_.mnuSpeed_Click(index);
+    ShowControls();
+}
+
+void frmTavrines::Form_KeyDown(int keyCode) {
+    game_.Form_KeyDown(keyCode);
+    ShowControls();
+}
+
+void frmTavrines::tmrCase_Timer() {
+    game_.tmrCase_Timer();
+    ShowControls();
+    if (!game_.PartieFinie()) return;
+    if (game_.NomDemande()) AskBestName();
+    ShowControls();
+    emit gameEnded();
+}
+
+void frmTavrines::AskBestName() {
+    QInputDialog box(this);
+    box.setWindowTitle(QStringLiteral("HIGH SCORE"));
+    box.setLabelText(QStringLiteral("Bravo! vous avez le meilleur score, votre nom : "));
+    box.setTextValue(FromUtf8(game_.Module().NomMeilleur));
+    const QString answer = box.exec() == QDialog::Accepted ? box.textValue() : QString();
+    if (!game_.NommeMeilleur(answer.toStdString())) {
+        QMessageBox::warning(this, QApplication::applicationName(),
+                             QStringLiteral("Le meilleur score n'a pas pu être enregistré."));
+    }
+}
+
+bool frmTavrines::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        auto* widget = qobject_cast<QWidget*>(watched);
+        const int code = VirtualKeyCode(static_cast<QKeyEvent*>(event)->key());
+        // Only this window's own keys, and never a menu's or a dialog's.
+        if (code != 0 && widget && widget->window() == this) {
+            Form_KeyDown(code);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace mirvalde
