@@ -49,11 +49,13 @@ constexpr std::array kControls{
     ControlDesign{"lbl(1)", Label, "", "Blocs :", {1800, 2550, 690, 240}, Arial(9)},
     ControlDesign{"lblBlocs", Label, "", "0", {2625, 2550, 765, 240}, Arial(9.75), Right},
     ControlDesign{"shpSeparation(1)", Shape, "", "", {1725, 2850, 1815, 45}},
-    ControlDesign{"lbl(2)", Label, "", "SCORE :", {1800, 3000, 690, 240}, Arial(9)},
+    // "SCORE :" and "MEILLEUR SCORE :" are a little wider than designed, so that they show
+    // whole in the fonts the game installs; the second ends at the rounded frame.
+    ControlDesign{"lbl(2)", Label, "", "SCORE :", {1800, 3000, 765, 240}, Arial(9)},
     ControlDesign{"lblScore", Label, "", "0", {3270, 3000, 120, 240}, kScoreFont, Right, Default,
                   0, "", -1, true, true},
     ControlDesign{"shpSeparation(0)", Shape, "", "", {1725, 3375, 1815, 45}},
-    ControlDesign{"lbl(3)", Label, "", "MEILLEUR SCORE :", {1800, 3450, 1590, 225}, Arial(9)},
+    ControlDesign{"lbl(3)", Label, "", "MEILLEUR SCORE :", {1800, 3450, 1725, 225}, Arial(9)},
     ControlDesign{"lblNom", Label, "", "", {1800, 3750, 1620, 225}, Arial(9, false), Center,
                   Default, 0, "", -1, true, true},
     ControlDesign{"lblMeilleur", Label, "", "0", {3075, 4050, 120, 240}, kScoreFont, Right,

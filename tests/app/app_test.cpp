@@ -9,6 +9,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSettings>
+
+#include "Files.h"
 #include "Form1.h"
 #include "Module1.h"
 
@@ -85,6 +92,68 @@ TEST(Module1Test, MainShowsTheMainWindowAndTheProgramEndsWhenItIsUnloaded) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(ended.count(), 1);
     EXPECT_EQ(module.MainWindow(), nullptr);
+}
+
+// Ten numbers found open the falling-blocks window, idle, with the best score as stored; its
+// end brings the guessing game back, and its "Quitter" ends the program.
+TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
+    QSettings stored(QSettings::NativeFormat, QSettings::UserScope, ExecutableBaseName(),
+                     ExecutableBaseName());
+    stored.setValue("Meilleur Score/Nom", QStringLiteral("Zoé"));
+    stored.setValue("Meilleur Score/Score", QStringLiteral("douze"));
+    stored.sync();
+
+    Module1 module;
+    QSignalSpy ended(&module, &Module1::programEnded);
+    ASSERT_TRUE(module.Main());
+    for (int found = 0; found < 10; ++found) {
+        ASSERT_EQ(module.BlocksWindow(), nullptr) << found;
+        Form1* window = module.MainWindow();
+        if (found > 0) qobject_cast<QPushButton*>(window->Control("btEncore"))->click();
+        auto* box = qobject_cast<QLineEdit*>(window->Control("Boxsaisie"));
+        QTest::keyClicks(box, QString::number(module.Guess().Module().Nombre));
+        QTest::keyClick(box, Qt::Key_Return);
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    frmTavrines* blocks = module.BlocksWindow();
+    ASSERT_NE(blocks, nullptr);
+    EXPECT_TRUE(blocks->isVisible());
+    EXPECT_EQ(module.MainWindow(), nullptr);
+    EXPECT_FALSE(blocks->Timer().isActive());
+    const Form1Module& counters = module.Guess().Module();
+    EXPECT_EQ(counters.NbTrouves + counters.NbRates + counters.NbCoups, 0);
+    EXPECT_EQ(module.Guess().Controls().Coup, "Nombre de coups joués : 0");
+    EXPECT_EQ(qobject_cast<QLabel*>(blocks->Control("lblNom"))->text(), "Zoé");
+    // A stored score that is not a number gives the default best.
+    EXPECT_EQ(qobject_cast<QLabel*>(blocks->Control("lblMeilleur"))->text(), " 10");
+
+    blocks->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(blocks));
+    blocks->findChild<QAction*>("mnuSpeed(5)")->trigger();
+    QTest::keyClick(blocks, Qt::Key_F2);
+    QTest::keyClick(blocks, Qt::Key_Q);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return module.MainWindow() != nullptr; }, 2000));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(module.BlocksWindow(), nullptr);
+    EXPECT_TRUE(module.MainWindow()->isVisible());
+    EXPECT_EQ(ended.count(), 0);
+    EXPECT_EQ(stored.value("Meilleur Score/Score").toString(), "douze");
+
+    // The game opens afresh at normal speed, and its "Quitter" ends the program at once.
+    for (int found = 0; found < 10; ++found) {
+        Form1* window = module.MainWindow();
+        if (found > 0) qobject_cast<QPushButton*>(window->Control("btEncore"))->click();
+        auto* box = qobject_cast<QLineEdit*>(window->Control("Boxsaisie"));
+        QTest::keyClicks(box, QString::number(module.Guess().Module().Nombre));
+        QTest::keyClick(box, Qt::Key_Return);
+    }
+    ASSERT_NE(module.BlocksWindow(), nullptr);
+    EXPECT_EQ(qobject_cast<QLabel*>(module.BlocksWindow()->Control("lblVitesse"))->text(),
+              "Vitesse : 3");
+    module.BlocksWindow()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(module.BlocksWindow()));
+    QTest::keyClick(module.BlocksWindow(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(ended.count(), 1);
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "Fakes.h"
 #include "Form1.h"
 #include "QtPrinters.h"
+#include "Stacking.h"
 
 namespace mirvalde {
 namespace {
@@ -94,6 +95,8 @@ TEST_F(Form1Test, TypedProposalsAreJudgedWithEnterAndShown) {
     EXPECT_EQ(Caption("Label4"), "Tu trouves en 2 fois, en moyenne.");
     EXPECT_FALSE(Find<QPushButton>("Btgo")->isEnabled());
     EXPECT_TRUE(Find<QPushButton>("btEncore")->isVisible());
+    // The rule's label overlaps "Encore ?", and must stay beneath it.
+    EXPECT_EQ(testing::CoveredControls(window), QStringList{});
     EXPECT_EQ(sound.played, (std::vector<std::string>{"missed.wav", "found.wav"}));
 }
 
