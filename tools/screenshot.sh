@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Takes a screenshot of the game as a player sees it: a virtual screen with a window
 # manager, the game started in a private runtime folder, the main window captured by title.
-# Usage: tools/screenshot.sh OUT.png [maximised]
-# Needs: apt-get install -y xvfb openbox x11-utils wmctrl imagemagick
+# Usage: tools/screenshot.sh OUT.png [maximised|blocks]
+#   blocks: finds ten numbers, starts a falling-blocks game and drops a few trios first.
+# Needs: apt-get install -y xvfb openbox x11-utils wmctrl imagemagick dbus-x11 xdotool
+#        at-spi2-core python3-gi gir1.2-atspi-2.0
 set -euo pipefail
-out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised]}")
+out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised|blocks]}")
 state=${2:-normal}
 cd "$(dirname "$0")/.."
 [ -x build/game/mirvalde ] || { echo "build the game first (see README)" >&2; exit 1; }
@@ -15,16 +17,27 @@ inside() {
     trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$home"' EXIT
     mkdir -m 700 "$home/runtime"
     openbox >/dev/null 2>&1 &
+    # The accessibility bus must be up before the game starts, for the game to join it.
+    /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
     sleep 1
-    XDG_RUNTIME_DIR=$home/runtime XDG_CONFIG_HOME=$home build/game/mirvalde >/dev/null 2>&1 &
+    QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 XDG_RUNTIME_DIR=$home/runtime XDG_CONFIG_HOME=$home \
+        build/game/mirvalde >/dev/null 2>&1 &
     for _ in $(seq 50); do xwininfo -name Mirvalde >/dev/null 2>&1 && break; sleep 0.1; done
     if [ "$state" = maximised ]; then
         wmctrl -r Mirvalde -b add,maximized_vert,maximized_horz
+    elif [ "$state" = blocks ]; then
+        /usr/bin/python3 tools/find-ten-numbers.py >/dev/null
+        xdotool search --sync --onlyvisible --name '^Tavrines$' windowactivate --sync
+        xdotool key F2
+        for _ in $(seq 8); do
+            xdotool key "$(shuf -n 1 -e Left Right Up Left Right)" space
+            sleep 0.6
+        done
     fi
     sleep 1
     import -window root "$out"
 }
 # xvfb-run goes through sh, which drops exported functions: pass the function as text.
-xvfb-run -a -s "-screen 0 1280x800x24" \
+xvfb-run -a -s "-screen 0 1280x800x24" dbus-run-session -- \
     bash -c "$(declare -f inside); out=$(printf %q "$out") state=$state inside"
 echo "screenshot: $out"
