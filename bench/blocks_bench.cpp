@@ -1,0 +1,82 @@
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include "Clock.h"
+#include "Look.h"
+#include "Random.h"
+#include "SettingsStore.h"
+#include "TavrinesGame.h"
+#include "WellBox.h"
+
+namespace mirvalde {
+namespace {
+
+// A full well without a single line: the colour codes shift by two a row, so no three
+// neighbours in any direction share a colour.
+void FillWithoutLines(TavrinesModule& module) {
+    for (int c = 1; c <= kColonnes; ++c) {
+        for (int r = 1; r <= kLignes; ++r) {
+            module.Grille[c][r] = kCouleurs[static_cast<std::size_t>((c + 2 * r) % 6)];
+        }
+    }
+}
+
+// The search that follows every landing, on the largest well it ever scans.
+void BM_LineSearchPassOnAFullWell(benchmark::State& state) {
+    MersenneRandom random;
+    SystemClock clock;
+    MemorySettingsStore settings;
+    TavrinesGame game(random, clock, settings);
+    game.Form_Load();
+    FillWithoutLines(game.ModuleForTest());
+    for (auto _ : state) {
+        game.ChercheSol();
+        benchmark::DoNotOptimize(game.Module().Score);
+    }
+}
+BENCHMARK(BM_LineSearchPassOnAFullWell);
+
+// One tick that moves the trio a row down and paints it on the well's image.
+void BM_TickMovesAndPaintsTheTrio(benchmark::State& state) {
+    MersenneRandom random;
+    SystemClock clock;
+    MemorySettingsStore settings;
+    TavrinesGame game(random, clock, settings);
+    WellBox well;
+    game.SetPicture(&well);
+    game.Form_Load();
+    game.mnuNouveau_Click();
+    for (auto _ : state) {
+        if (game.Module().YPos >= kLignes - 1) {
+            state.PauseTiming();
+            game.mnuNouveau_Click();
+            state.ResumeTiming();
+        }
+        game.tmrCase_Timer();
+    }
+}
+BENCHMARK(BM_TickMovesAndPaintsTheTrio);
+
+// The pause of the blink: a little over 20 ms of wall time, and next to no processor time.
+void BM_Attendre(benchmark::State& state) {
+    MersenneRandom random;
+    SystemClock clock;
+    MemorySettingsStore settings;
+    const TavrinesGame game(random, clock, settings);
+    for (auto _ : state) game.Attendre();
+}
+BENCHMARK(BM_Attendre)->Unit(benchmark::kMillisecond)->Iterations(100);
+
+}  // namespace
+}  // namespace mirvalde
+
+int main(int argc, char* argv[]) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    mirvalde::UseGameLook();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
