@@ -105,7 +105,7 @@ TEST_F(FrmTavrinesTest, EveryCaptionFitsItsLabel) {
     for (const char* name : {"lblVitesse", "lbl(0)", "lbl(1)", "lbl(2)", "lbl(3)", "lblCarres",
                              "lblBlocs", "lblStatCouleur(0)"}) {
         auto* label = qobject_cast<QLabel*>(window->Control(name));
-        for (const QString text : {label->text(), QString(" 9999")}) {
+        for (const QString& text : {label->text(), QString(" 9999")}) {
             if (name[3] == '(' && text == " 9999") continue;  // captions that never change
             EXPECT_LE(label->fontMetrics().horizontalAdvance(text), label->width())
                 << name << ": " << text.toStdString();
