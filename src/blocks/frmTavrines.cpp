@@ -6,7 +6,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QMessageBox>
 
 #include "DesignedControl.h"
 #include "Pictures.h"
@@ -209,10 +208,9 @@ void frmTavrines::AskBestName() {
     box.setLabelText(QStringLiteral("Bravo! vous avez le meilleur score, votre nom : "));
     box.setTextValue(FromUtf8(game_.Module().NomMeilleur));
     const QString answer = box.exec() == QDialog::Accepted ? box.textValue() : QString();
-    if (!game_.NommeMeilleur(answer.toStdString())) {
-        QMessageBox::warning(this, QApplication::applicationName(),
-                             QStringLiteral("Le meilleur score n'a pas pu être enregistré."));
-    }
+    // Settings that cannot be written (a full disk, a read-only folder) keep the best stored
+    // before, whole: the game goes on with its new best in memory.
+    game_.NommeMeilleur(answer.toStdString());
 }
 
 bool frmTavrines::eventFilter(QObject* watched, QEvent* event) {

@@ -9,11 +9,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <QApplication>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QSettings>
+#include <QTimer>
 
 #include "Files.h"
 #include "Form1.h"
@@ -94,8 +97,29 @@ TEST(Module1Test, MainShowsTheMainWindowAndTheProgramEndsWhenItIsUnloaded) {
     EXPECT_EQ(module.MainWindow(), nullptr);
 }
 
-// Ten numbers found open the falling-blocks window, idle, with the best score as stored; its
-// end brings the guessing game back, and its "Quitter" ends the program.
+// The player's road: ten numbers found in the main window.
+void FindTenNumbers(Module1& module) {
+    for (int found = 0; found < 10; ++found) {
+        ASSERT_EQ(module.BlocksWindow(), nullptr) << found;
+        Form1* window = module.MainWindow();
+        if (found > 0) qobject_cast<QPushButton*>(window->Control("btEncore"))->click();
+        auto* box = qobject_cast<QLineEdit*>(window->Control("Boxsaisie"));
+        QTest::keyClicks(box, QString::number(module.Guess().Module().Nombre));
+        QTest::keyClick(box, Qt::Key_Return);
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_NE(module.BlocksWindow(), nullptr);
+    module.BlocksWindow()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(module.BlocksWindow()));
+}
+
+QString Caption(QWidget* window, const char* name) {
+    return qobject_cast<QLabel*>(qobject_cast<frmTavrines*>(window)->Control(name))->text();
+}
+
+// Ten numbers found open the falling-blocks window, idle, with the best score as stored; the
+// end of a game settles the best and brings the guessing game back; "Quitter" and the frame
+// end the program.
 TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
     QSettings stored(QSettings::NativeFormat, QSettings::UserScope, ExecutableBaseName(),
                      ExecutableBaseName());
@@ -106,29 +130,19 @@ TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
     Module1 module;
     QSignalSpy ended(&module, &Module1::programEnded);
     ASSERT_TRUE(module.Main());
-    for (int found = 0; found < 10; ++found) {
-        ASSERT_EQ(module.BlocksWindow(), nullptr) << found;
-        Form1* window = module.MainWindow();
-        if (found > 0) qobject_cast<QPushButton*>(window->Control("btEncore"))->click();
-        auto* box = qobject_cast<QLineEdit*>(window->Control("Boxsaisie"));
-        QTest::keyClicks(box, QString::number(module.Guess().Module().Nombre));
-        QTest::keyClick(box, Qt::Key_Return);
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    FindTenNumbers(module);
     frmTavrines* blocks = module.BlocksWindow();
-    ASSERT_NE(blocks, nullptr);
     EXPECT_TRUE(blocks->isVisible());
     EXPECT_EQ(module.MainWindow(), nullptr);
     EXPECT_FALSE(blocks->Timer().isActive());
     const Form1Module& counters = module.Guess().Module();
     EXPECT_EQ(counters.NbTrouves + counters.NbRates + counters.NbCoups, 0);
     EXPECT_EQ(module.Guess().Controls().Coup, "Nombre de coups joués : 0");
-    EXPECT_EQ(qobject_cast<QLabel*>(blocks->Control("lblNom"))->text(), "Zoé");
+    EXPECT_EQ(Caption(blocks, "lblNom"), "Zoé");
     // A stored score that is not a number gives the default best.
-    EXPECT_EQ(qobject_cast<QLabel*>(blocks->Control("lblMeilleur"))->text(), " 10");
+    EXPECT_EQ(Caption(blocks, "lblMeilleur"), " 10");
 
-    blocks->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(blocks));
+    // Given up with no score: nothing asked, nothing stored, the guessing game back.
     blocks->findChild<QAction*>("mnuSpeed(5)")->trigger();
     QTest::keyClick(blocks, Qt::Key_F2);
     QTest::keyClick(blocks, Qt::Key_Q);
@@ -136,24 +150,44 @@ TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(module.BlocksWindow(), nullptr);
     EXPECT_TRUE(module.MainWindow()->isVisible());
-    EXPECT_EQ(ended.count(), 0);
     EXPECT_EQ(stored.value("Meilleur Score/Score").toString(), "douze");
 
-    // The game opens afresh at normal speed, and its "Quitter" ends the program at once.
-    for (int found = 0; found < 10; ++found) {
-        Form1* window = module.MainWindow();
-        if (found > 0) qobject_cast<QPushButton*>(window->Control("btEncore"))->click();
-        auto* box = qobject_cast<QLineEdit*>(window->Control("Boxsaisie"));
-        QTest::keyClicks(box, QString::number(module.Guess().Module().Nombre));
-        QTest::keyClick(box, Qt::Key_Return);
-    }
-    ASSERT_NE(module.BlocksWindow(), nullptr);
-    EXPECT_EQ(qobject_cast<QLabel*>(module.BlocksWindow()->Control("lblVitesse"))->text(),
-              "Vitesse : 3");
-    module.BlocksWindow()->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(module.BlocksWindow()));
+    // Opened afresh at normal speed with the best read again; a score above it asks the name.
+    stored.setValue("Meilleur Score/Score", QStringLiteral("-1"));
+    stored.sync();
+    FindTenNumbers(module);
+    blocks = module.BlocksWindow();
+    EXPECT_EQ(Caption(blocks, "lblVitesse"), "Vitesse : 3");
+    EXPECT_EQ(Caption(blocks, "lblMeilleur"), "-1");
+    QTest::keyClick(blocks, Qt::Key_F2);
+    QTest::keyClick(blocks, Qt::Key_Q);
+    QString asked;
+    QTimer answer;
+    answer.callOnTimeout([&] {
+        if (auto* box = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
+            asked = box->textValue();
+            box->setTextValue(QStringLiteral("  Léa  "));
+            box->accept();
+        }
+    });
+    answer.start(10);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return module.MainWindow() != nullptr; }, 3000));
+    EXPECT_EQ(asked, "Zoé");
+    stored.sync();
+    EXPECT_EQ(stored.value("Meilleur Score/Nom").toString(), "Léa");
+    EXPECT_EQ(stored.value("Meilleur Score/Score").toString(), "0");
+    // The guessing game starts again at its first level, with a new number.
+    EXPECT_EQ(module.Guess().Module().Niveau, 0);
+    EXPECT_GE(module.Guess().Module().Nombre, 1);
+    EXPECT_LE(module.Guess().Module().Nombre, 100);
+
+    FindTenNumbers(module);
     QTest::keyClick(module.BlocksWindow(), Qt::Key_Q, Qt::ControlModifier);
     EXPECT_EQ(ended.count(), 1);
+    // Closed by its frame, the last window ends the program too.
+    module.BlocksWindow()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(ended.count(), 2);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
+#include <csignal>
 
 #include "QtSettingsStore.h"
 
@@ -54,6 +56,44 @@ TEST_F(QtSettingsStoreTest, AHandEditedValueThatIsNoNumberFallsBackToTheDefault)
     EXPECT_EQ(store.ReadNumber("Meilleur Score", "Score", 10), 10);
     EXPECT_EQ(store.Read("Meilleur Score", "Score", "10"), "beaucoup");
 }
+
+// A best player's name is whatever the player typed: it must come back to the letter.
+TEST_F(QtSettingsStoreTest, NamesWithAnyCharactersComeBackUnchanged) {
+    const std::string names[] = {
+        "<b>x</b>", "a=b",         "[Meilleur Score]", "100 %", "\"dit\" ; # ",
+        "a,b",      "@Variant(x)", "Zoé\\Noël",        "  ",    std::string(200, 'w') + "é"};
+    for (const std::string& name : names) {
+        ASSERT_TRUE(QtSettingsStore(kName).Write("Meilleur Score", "Nom", name));
+        EXPECT_EQ(QtSettingsStore(kName).Read("Meilleur Score", "Nom", "Anonyme"), name);
+    }
+}
+
+#ifdef RLIMIT_FSIZE
+// A full disk refuses the new file: the store says so, and the best stored before is whole.
+TEST_F(QtSettingsStoreTest, AFullDiskLeavesTheStoredValuesWhole) {
+    ASSERT_TRUE(QtSettingsStore(kName).Write("Meilleur Score", "Nom", "Éloïse"));
+    ASSERT_TRUE(QtSettingsStore(kName).Write("Meilleur Score", "Score", "120"));
+    QFile file(QtSettingsStore(kName).FileName());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    file.close();
+
+    // Files may not grow past a few bytes, which even root cannot get round.
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit tiny = old;
+    tiny.rlim_cur = 8;
+    setrlimit(RLIMIT_FSIZE, &tiny);
+    const bool written = QtSettingsStore(kName).Write("Meilleur Score", "Nom", "Quelqu'un d'autre");
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, oldHandler);
+
+    EXPECT_FALSE(written);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), before);
+}
+#endif
 
 }  // namespace
 }  // namespace mirvalde
