@@ -1,9 +1,6 @@
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-
 #include "Clock.h"
-#include "Look.h"
 #include "Random.h"
 #include "SettingsStore.h"
 #include "TavrinesGame.h"
@@ -70,13 +67,3 @@ BENCHMARK(BM_Attendre)->Unit(benchmark::kMillisecond)->Iterations(100);
 
 }  // namespace
 }  // namespace mirvalde
-
-int main(int argc, char* argv[]) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    mirvalde::UseGameLook();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -1,10 +1,7 @@
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-
 #include "Clock.h"
 #include "Form1.h"
-#include "Look.h"
 #include "NumberFormat.h"
 #include "Random.h"
 #include "Sound.h"
@@ -58,13 +55,3 @@ BENCHMARK(BM_FormatSentenceNumber);
 
 }  // namespace
 }  // namespace mirvalde
-
-int main(int argc, char* argv[]) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    mirvalde::UseGameLook();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

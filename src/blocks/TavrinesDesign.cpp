@@ -70,10 +70,7 @@ std::span<const ControlDesign> TavrinesDesign() {
 }
 
 std::string_view TavrinesCaption(std::string_view name) {
-    for (const ControlDesign& control : kControls) {
-        if (control.name == name) return control.caption;
-    }
-    return {};
+    return CaptionIn(kControls, name);
 }
 
 std::string StatCouleurName(int index) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 // A window's design as data: each control with its kind, place, caption and look. The
@@ -56,5 +57,13 @@ struct ControlDesign {
     bool autoSize = false;
     ShapeStyle shape = ShapeStyle::Rectangle;
 };
+
+// The caption a control of a design has when its window loads; empty for an unknown name.
+constexpr std::string_view CaptionIn(std::span<const ControlDesign> design, std::string_view name) {
+    for (const ControlDesign& control : design) {
+        if (control.name == name) return control.caption;
+    }
+    return {};
+}
 
 }  // namespace mirvalde

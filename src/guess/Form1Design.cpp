@@ -65,10 +65,7 @@ std::span<const ControlDesign> Form1Design() {
 }
 
 std::string_view Form1Caption(std::string_view name) {
-    for (const ControlDesign& control : kControls) {
-        if (control.name == name) return control.caption;
-    }
-    return {};
+    return CaptionIn(kControls, name);
 }
 
 }  // namespace mirvalde
