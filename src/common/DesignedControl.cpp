@@ -156,7 +156,12 @@ void FitLabelToText(QLabel* label) {
     int left = anchor.toInt();
     if (label->alignment() & Qt::AlignRight) left -= size.width();
     if (label->alignment() & Qt::AlignHCenter) left -= size.width() / 2;
-    label->setGeometry(left, label->y(), size.width(), size.height());
+    QRect place(left, label->y(), size.width(), size.height());
+    // A text wider than the window (a very long name) is cut at the window's edges.
+    if (const QWidget* parent = label->parentWidget()) {
+        place = place.intersected(QRect(0, place.y(), parent->width(), place.height()));
+    }
+    label->setGeometry(place);
 }
 
 void StackDrawnControlsBeneath(QWidget* surface) {

@@ -117,6 +117,11 @@ TEST_F(FrmTavrinesTest, EveryCaptionFitsItsLabel) {
     auto* meilleur = qobject_cast<QLabel*>(window->Control("lblMeilleur"));
     EXPECT_EQ(meilleur->geometry().right() + 1, 213);  // (3075 + 120) twips
     EXPECT_GE(meilleur->width(), meilleur->fontMetrics().horizontalAdvance(" 10"));
+    // A very long name stays within the window, centred where it was designed.
+    settings.Write("Meilleur Score", "Nom", std::string(200, 'W'));
+    window->Form_Load();
+    const QRect nom = window->Control("lblNom")->geometry();
+    EXPECT_TRUE(window->centralWidget()->rect().contains(nom)) << nom.x() << ", " << nom.width();
 }
 
 TEST_F(FrmTavrinesTest, TheGameWaitsForNouveauThenTheKeysMoveTheTrioOnScreen) {
