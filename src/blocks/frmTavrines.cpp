@@ -1,6 +1,5 @@
 #include "frmTavrines.h"
 
-#include <QActionGroup>
 #include <QApplication>
 #include <QInputDialog>
 #include <QKeyEvent>
@@ -84,13 +83,12 @@ void frmTavrines::CreateMenus() {
 
     mnuVitesse_ = menuBar()->addMenu(QStringLiteral("&Vitesse"));
     mnuVitesse_->setObjectName(QStringLiteral("mnuVitesse"));
-    auto* speeds = new QActionGroup(this);
+    // Check marks rather than an exclusive group's bullets: the window moves the mark itself.
     for (int index = 1; index <= 5; ++index) {
         QAction* item = mnuVitesse_->addAction(QString::fromUtf8(kSpeedCaptions[index - 1]), this,
                                                [this, index] { mnuSpeed_Click(index); });
         item->setObjectName(QStringLiteral("mnuSpeed(%1)").arg(index));
         item->setCheckable(true);
-        speeds->addAction(item);
         mnuSpeed_[index] = item;
     }
 }
@@ -155,8 +153,8 @@ void frmTavrines::ShowControls() {
     caption("lblMeilleur", shown.lblMeilleur);
     caption("lblVitesse", shown.lblVitesse);
     mnuVitesse_->setEnabled(shown.mnuVitesseEnabled);
-    if (shown.mnuSpeedChecked >= 1 && shown.mnuSpeedChecked <= 5) {
-        mnuSpeed_[shown.mnuSpeedChecked]->setChecked(true);
+    for (int index = 1; index <= 5; ++index) {
+        mnuSpeed_[index]->setChecked(index == shown.mnuSpeedChecked);
     }
 
     // The timer starts its period afresh only when the game switches it on or changes it:

@@ -17,14 +17,29 @@ std::string QtSettingsStore::Read(const std::string& section, const std::string&
     // Another copy may have written since: read the file as it is now.
     settings_.sync();
     const QVariant value = settings_.value(Path(section, key));
-    return value.isValid() ? value.toString().toStdString() : fallback;
+    if (!value.isValid()) return fallback;
+    // A comma typed by hand without quotes makes a list of the text, with the blanks after the
+    // commas lost: it is one text all the same, written as a name would be.
+    if (value.typeId() == QMetaType::QStringList) {
+        return value.toStringList().join(QStringLiteral(", ")).toStdString();
+    }
+    return value.toString().toStdString();
 }
 
 bool QtSettingsStore::Write(const std::string& section, const std::string& key,
                             const std::string& value) {
-    settings_.setValue(Path(section, key), QString::fromStdString(value));
+    const QString path = Path(section, key);
+    const QVariant before = settings_.value(path);
+    settings_.setValue(path, QString::fromStdString(value));
     settings_.sync();
-    return settings_.status() == QSettings::NoError;
+    if (settings_.status() == QSettings::NoError) return true;
+    // Not written: the value is put back, so that what is read next is what the file holds.
+    if (before.isValid()) {
+        settings_.setValue(path, before);
+    } else {
+        settings_.remove(path);
+    }
+    return false;
 }
 
 }  // namespace mirvalde

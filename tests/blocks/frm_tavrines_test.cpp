@@ -90,6 +90,12 @@ TEST_F(FrmTavrinesTest, TheWindowIsFixedWithItsMenusAndNothingCoversAControl) {
     }
     EXPECT_EQ(speeds, (QStringList{"&1 Très lent", "&2 Lent", "&3 Normal*", "&4 Rapide",
                                    "&5 Très rapide"}));
+    // A check mark, which a second choice of the same speed leaves in place.
+    EXPECT_EQ(Item("mnuSpeed(3)")->actionGroup(), nullptr);
+    Item("mnuSpeed(5)")->trigger();
+    Item("mnuSpeed(5)")->trigger();
+    EXPECT_TRUE(Item("mnuSpeed(5)")->isChecked());
+    EXPECT_FALSE(Item("mnuSpeed(3)")->isChecked());
 
     EXPECT_EQ(testing::CoveredControls(window), QStringList{});
     // Legend squares in their colours, framed by the rounded shape.

@@ -51,6 +51,12 @@ TEST_F(QtSettingsStoreTest, KeepsValuesBetweenRunsAndGivesDefaultsForMissingOnes
 }
 
 TEST_F(QtSettingsStoreTest, AHandEditedValueThatIsNoNumberFallsBackToTheDefault) {
+    {
+        QFile file(QtSettingsStore(kName).FileName());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Meilleur%20Score]\nNom=Dupont, Jean\n");
+    }
+    EXPECT_EQ(QtSettingsStore(kName).Read("Meilleur Score", "Nom", "Anonyme"), "Dupont, Jean");
     QtSettingsStore store(kName);
     ASSERT_TRUE(store.Write("Meilleur Score", "Score", "beaucoup"));
     EXPECT_EQ(store.ReadNumber("Meilleur Score", "Score", 10), 10);
@@ -90,6 +96,11 @@ TEST_F(QtSettingsStoreTest, AFullDiskLeavesTheStoredValuesWhole) {
     std::signal(SIGXFSZ, oldHandler);
 
     EXPECT_FALSE(written);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), before);
+    file.close();
+    // What the game reads next is what the file holds, not the value it could not write.
+    EXPECT_EQ(QtSettingsStore(kName).Read("Meilleur Score", "Nom", ""), "Éloïse");
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), before);
 }
