@@ -16,9 +16,11 @@ Module1::Module1()
     : instance_(ExecutableBaseName()),
       settings_(ExecutableBaseName()),
       game_(random_, clock_, sound_, SoundsBesideExecutable(), UserDecimalSeparator()),
-      tavrines_(random_, clock_, settings_) {}
+      tavrines_(random_, clock_, settings_),
+      tips_(settings_, ExecutableFolder().toStdString()) {}
 
 Module1::~Module1() {
+    delete frmTip_;
     delete frmTavrines_;
     delete form1_;
 }
@@ -27,6 +29,10 @@ bool Module1::Main() {
     // A second copy ends here, silently, before any window exists.
     if (instance_.AnotherCopyRunning()) return false;
     LoadForm1();
+    // The tips come first, and alone: the main window waits for them to be closed.
+    if (tips_.ShowAtStartup()) {
+        if (frmTip* tip = LoadTip(false)) tip->exec();
+    }
     form1_->show();
     return true;
 }
@@ -34,6 +40,7 @@ bool Module1::Main() {
 void Module1::LoadForm1() {
     form1_ = new Form1(game_);
     connect(form1_, &Form1::tenthNumberFound, this, &Module1::HandOverToTavrines);
+    connect(form1_, &Form1::tipsRequested, this, &Module1::BtMenu_Click);
     form1_->Form_Load();
     Track(form1_);
 }
@@ -44,6 +51,25 @@ void Module1::LoadTavrines() {
     connect(frmTavrines_, &frmTavrines::quitRequested, this, &Module1::programEnded);
     frmTavrines_->Form_Load();
     Track(frmTavrines_);
+}
+
+frmTip* Module1::LoadTip(bool asked) {
+    auto* tip = new frmTip(tips_);
+    if (!tip->Form_Load(asked)) {
+        delete tip;
+        return nullptr;
+    }
+    frmTip_ = tip;
+    Track(tip);
+    return tip;
+}
+
+void Module1::BtMenu_Click() {
+    // Already open: it comes to the front. The main window stays usable beside it.
+    if (!frmTip_ && !LoadTip(true)) return;
+    frmTip_->show();
+    frmTip_->raise();
+    frmTip_->activateWindow();
 }
 
 void Module1::HandOverToTavrines() {

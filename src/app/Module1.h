@@ -11,7 +11,9 @@
 #include "Random.h"
 #include "SingleInstance.h"
 #include "TavrinesGame.h"
+#include "TipGame.h"
 #include "frmTavrines.h"
+#include "frmTip.h"
 
 namespace mirvalde {
 
@@ -31,6 +33,7 @@ class Module1 : public QObject {
 
     Form1* MainWindow() const { return form1_; }
     frmTavrines* BlocksWindow() const { return frmTavrines_; }
+    frmTip* TipWindow() const { return frmTip_; }
     const GuessGame& Guess() const { return game_; }
 
   signals:
@@ -39,6 +42,9 @@ class Module1 : public QObject {
   private:
     void LoadForm1();
     void LoadTavrines();
+    // Loads the tip window; null when it closed at once (the tips are off at start-up).
+    frmTip* LoadTip(bool asked);
+    void BtMenu_Click();
     void HandOverToTavrines();
     void BackFromTavrines();
     void Track(QWidget* window);
@@ -50,8 +56,10 @@ class Module1 : public QObject {
     QtSettingsStore settings_;
     GuessGame game_;
     TavrinesGame tavrines_;
+    TipGame tips_;
     QPointer<Form1> form1_;
     QPointer<frmTavrines> frmTavrines_;
+    QPointer<frmTip> frmTip_;
     int loadedWindows_ = 0;
 };
 

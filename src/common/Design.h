@@ -27,6 +27,7 @@ enum class ControlKind {
     TextBox,
     PictureBox,
     Shape,
+    CheckBox,
 };
 enum class TextAlign { Left, Center, Right };
 // The outline of a shape; a shape with a Fixed background is filled with its colour.

@@ -1,6 +1,7 @@
 #include "DesignedControl.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -46,7 +47,11 @@ void ApplyBackground(QWidget* widget, const ControlDesign& design) {
     palette.setColor(QPalette::Button, colour);
     palette.setColor(QPalette::Base, colour);
     widget->setPalette(palette);
-    if (qobject_cast<QLabel*>(widget)) widget->setAutoFillBackground(true);
+    // Labels and picture boxes paint their own background; buttons and boxes take it from
+    // their palette.
+    if (design.kind == ControlKind::Label || design.kind == ControlKind::PictureBox) {
+        widget->setAutoFillBackground(true);
+    }
 }
 
 bool IsDrawnOnSurface(ControlKind kind) {
@@ -87,6 +92,8 @@ QWidget* CreateWidget(const ControlDesign& design, QWidget* parent) {
             box->setFrameStyle(QFrame::Panel | QFrame::Sunken);
             return box;
         }
+        case ControlKind::CheckBox:
+            return new QCheckBox(caption, parent);
         case ControlKind::Shape:
             return new ShapeControl(design.shape, design.background == Background::Fixed,
                                     ColourOf(design.colour), parent);

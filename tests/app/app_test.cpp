@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -82,7 +83,24 @@ TEST_F(GameProcessTest, TheLockOfAKilledCopyIsTakenOver) {
     EXPECT_EQ(next->state(), QProcess::Running);
 }
 
+// The settings of the program under test, as the game stores them.
+QSettings& Stored() {
+    static QSettings stored(QSettings::NativeFormat, QSettings::UserScope, ExecutableBaseName(),
+                            ExecutableBaseName());
+    return stored;
+}
+
+void TipsAtStartup(const QVariant& value) {
+    if (value.isNull()) {
+        Stored().remove("Options/Show Tips at Startup");
+    } else {
+        Stored().setValue("Options/Show Tips at Startup", value);
+    }
+    Stored().sync();
+}
+
 TEST(Module1Test, MainShowsTheMainWindowAndTheProgramEndsWhenItIsUnloaded) {
+    TipsAtStartup(0);
     Module1 module;
     QSignalSpy ended(&module, &Module1::programEnded);
     ASSERT_TRUE(module.Main());
@@ -121,8 +139,8 @@ QString Caption(QWidget* window, const char* name) {
 // end of a game settles the best and brings the guessing game back; "Quitter" and the frame
 // end the program.
 TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
-    QSettings stored(QSettings::NativeFormat, QSettings::UserScope, ExecutableBaseName(),
-                     ExecutableBaseName());
+    TipsAtStartup(0);
+    QSettings& stored = Stored();
     stored.setValue("Meilleur Score/Nom", QStringLiteral("Zoé"));
     stored.setValue("Meilleur Score/Score", QStringLiteral("douze"));
     stored.sync();
@@ -188,6 +206,56 @@ TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
     module.BlocksWindow()->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(ended.count(), 2);
+}
+
+// With no setting stored, the tips come first, alone and modal; the main window follows them.
+// "Astuces" brings them back beside the main window, also once the player has turned them off.
+TEST(Module1Test, TheTipsOpenFirstAtStartUpAndOnRequest) {
+    TipsAtStartup(QVariant());
+    Module1 module;
+    bool mainShownMeanwhile = true;
+    QString setting;
+    QTimer::singleShot(0, [&] {
+        auto* tip = qobject_cast<frmTip*>(QApplication::activeModalWidget());
+        ASSERT_NE(tip, nullptr);
+        EXPECT_EQ(tip->windowTitle(), "Astuce du jour");
+        EXPECT_TRUE(qobject_cast<QCheckBox*>(tip->Control("chkLoadTipsAtStartup"))->isChecked());
+        mainShownMeanwhile = module.MainWindow()->isVisible();
+        Stored().sync();
+        setting = Stored().value("Options/Show Tips at Startup").toString();
+        // Unticked by the player: written at once.
+        qobject_cast<QCheckBox*>(tip->Control("chkLoadTipsAtStartup"))->click();
+        Stored().sync();
+        setting += Stored().value("Options/Show Tips at Startup").toString();
+        QTest::keyClick(tip, Qt::Key_Escape);
+    });
+    ASSERT_TRUE(module.Main());
+    EXPECT_FALSE(mainShownMeanwhile);
+    EXPECT_EQ(setting, "10");
+    EXPECT_TRUE(module.MainWindow()->isVisible());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(module.TipWindow(), nullptr);
+
+    // Off at start-up, and asked for: shown, not modal, the box unticked, the setting kept.
+    module.MainWindow()->findChild<QAction*>("BtMenu")->trigger();
+    frmTip* tip = module.TipWindow();
+    ASSERT_NE(tip, nullptr);
+    EXPECT_TRUE(tip->isVisible());
+    EXPECT_FALSE(tip->isModal());
+    EXPECT_FALSE(qobject_cast<QCheckBox*>(tip->Control("chkLoadTipsAtStartup"))->isChecked());
+    module.MainWindow()->findChild<QAction*>("BtMenu")->trigger();
+    EXPECT_EQ(module.TipWindow(), tip);  // the same window, brought forward
+    Stored().sync();
+    EXPECT_EQ(Stored().value("Options/Show Tips at Startup").toString(), "0");
+
+    // The main window quits; the tips keep the program running until they are closed.
+    QSignalSpy ended(&module, &Module1::programEnded);
+    module.MainWindow()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(ended.count(), 0);
+    qobject_cast<QPushButton*>(tip->Control("cmdOK"))->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(ended.count(), 1);
 }
 
 }  // namespace

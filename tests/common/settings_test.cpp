@@ -3,6 +3,7 @@
 #include <sys/resource.h>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <csignal>
 
@@ -53,6 +54,7 @@ TEST_F(QtSettingsStoreTest, KeepsValuesBetweenRunsAndGivesDefaultsForMissingOnes
 TEST_F(QtSettingsStoreTest, AHandEditedValueThatIsNoNumberFallsBackToTheDefault) {
     {
         QFile file(QtSettingsStore(kName).FileName());
+        QDir().mkpath(QFileInfo(file).path());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("[Meilleur%20Score]\nNom=Dupont, Jean\n");
     }

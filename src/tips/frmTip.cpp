@@ -1,0 +1,116 @@
+#include "frmTip.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <algorithm>
+#include <vector>
+
+#include "DesignedControl.h"
+#include "Pictures.h"
+#include "TipDesign.h"
+#include "WindowPlacement.h"
+
+namespace mirvalde {
+namespace {
+
+constexpr QSize kClientSize(static_cast<int>(kTipClientWidth / kTwipsPerPixel),
+                            static_cast<int>(kTipClientHeight / kTwipsPerPixel));
+
+}  // namespace
+
+frmTip::frmTip(TipGame& tips, QWidget* parent) : QDialog(parent), tips_(tips) {
+    setObjectName(QStringLiteral("frmTip"));
+    setWindowTitle(FromUtf8(kTipCaption));
+    setAttribute(Qt::WA_DeleteOnClose);
+    // A sizable frame with neither a minimise nor a maximise button.
+    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    resize(kClientSize);
+    // The window's own text, in which every caption fits its designed place.
+    QFont font(QStringLiteral("MS Sans Serif"));
+    font.setPointSizeF(8.25);
+    setFont(font);
+
+    std::vector<std::pair<int, QWidget*>> tabOrder;
+    for (const ControlDesign& design : TipDesign()) {
+        QWidget* parentWidget = design.parent.empty() ? this : Control(design.parent);
+        QWidget* widget = CreateControl(design, parentWidget);
+        controls_.emplace(std::string(design.name), widget);
+        if (design.tabIndex >= 0) tabOrder.emplace_back(design.tabIndex, widget);
+    }
+    StackDrawnControlsBeneath(this);
+    std::sort(tabOrder.begin(), tabOrder.end());
+    for (std::size_t i = 1; i < tabOrder.size(); ++i) {
+        setTabOrder(tabOrder[i - 1].second, tabOrder[i].second);
+    }
+
+    // The bulb, drawn at its own size in the picture box's top-left corner.
+    auto* bulb = new QLabel(Control("Picture1"));
+    bulb->setObjectName(QStringLiteral("Bulb"));
+    bulb->setPixmap(
+        SvgPixmap(QStringLiteral(":/icons/ampoule.svg"), QSize(32, 32), devicePixelRatioF()));
+    bulb->setGeometry(0, 0, 32, 32);
+    bulb->setAccessibleName(QStringLiteral("Ampoule"));
+    bulb->lower();
+    Control("Picture1")->setFocusPolicy(Qt::TabFocus);
+    Control("Picture1")->setAccessibleName(QStringLiteral("Astuce"));
+
+    lblTipText_ = qobject_cast<QLabel*>(Control("lblTipText"));
+    lblTipText_->setWordWrap(true);
+    chkLoadTipsAtStartup_ = qobject_cast<QCheckBox*>(Control("chkLoadTipsAtStartup"));
+
+    auto* ok = qobject_cast<QPushButton*>(Control("cmdOK"));
+    ok->setDefault(true);
+    connect(ok, &QPushButton::clicked, this, &frmTip::cmdOK_Click);
+    connect(qobject_cast<QPushButton*>(Control("cmdNextTip")), &QPushButton::clicked, this,
+            &frmTip::cmdNextTip_Click);
+    connect(chkLoadTipsAtStartup_, &QCheckBox::toggled, this, &frmTip::chkLoadTipsAtStartup_Click);
+}
+
+QWidget* frmTip::Control(std::string_view name) const {
+    const auto found = controls_.find(name);
+    return found == controls_.end() ? nullptr : found->second;
+}
+
+bool frmTip::Form_Load(bool asked) {
+    if (!tips_.Form_Load(asked)) return false;
+    ShowControls();
+    CentreOnScreen(this);
+    return true;
+}
+
+void frmTip::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!centredWithFrame_) {
+        centredWithFrame_ = true;
+        CentreOnceFramed(this);
+    }
+}
+
+void frmTip::ShowControls() {
+    const frmTipControls& shown = tips_.Controls();
+    lblTipText_->setText(FromUtf8(shown.lblTipText));
+    const QSignalBlocker block(chkLoadTipsAtStartup_);
+    chkLoadTipsAtStartup_->setChecked(shown.chkLoadTipsAtStartup);
+}
+
+void frmTip::done(int result) {
+    QDialog::done(result);
+    if (testAttribute(Qt::WA_DeleteOnClose)) deleteLater();
+}
+
+void frmTip::cmdOK_Click() {
+    close();
+}
+
+void frmTip::cmdNextTip_Click() {
+    tips_.cmdNextTip_Click();
+    ShowControls();
+}
+
+void frmTip::chkLoadTipsAtStartup_Click(bool ticked) {
+    tips_.chkLoadTipsAtStartup_Click(ticked);
+}
+
+}  // namespace mirvalde
