@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # Takes a screenshot of the game as a player sees it: a virtual screen with a window
 # manager, the game started in a private runtime folder, the main window captured by title.
-# Usage: tools/screenshot.sh OUT.png [maximised|blocks]
+# Usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing]
 #   blocks: finds ten numbers, starts a falling-blocks game and drops a few trios first.
+#   tips: the tip of the day at start-up; tips-missing: the same without a tips file.
+#   The other states start with the tips turned off.
 # Needs: apt-get install -y xvfb openbox x11-utils wmctrl imagemagick dbus-x11 xdotool
 #        at-spi2-core python3-gi gir1.2-atspi-2.0
 set -euo pipefail
-out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised|blocks]}")
+out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing]}")
 state=${2:-normal}
 cd "$(dirname "$0")/.."
 [ -x build/game/mirvalde ] || { echo "build the game first (see README)" >&2; exit 1; }
@@ -20,9 +22,21 @@ inside() {
     # The accessibility bus must be up before the game starts, for the game to join it.
     /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
     sleep 1
+    game=build/game/mirvalde
+    case $state in
+        tips) ;;
+        tips-missing)  # a copy of the game alone in a folder: no tips beside it
+            mkdir "$home/bare" && cp build/game/mirvalde "$home/bare/" && game=$home/bare/mirvalde ;;
+        *)
+            mkdir -p "$home/mirvalde"
+            printf '[Options]\nShow%%20Tips%%20at%%20Startup=0\n' >"$home/mirvalde/mirvalde.conf" ;;
+    esac
     QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 XDG_RUNTIME_DIR=$home/runtime XDG_CONFIG_HOME=$home \
-        build/game/mirvalde >/dev/null 2>&1 &
-    for _ in $(seq 50); do xwininfo -name Mirvalde >/dev/null 2>&1 && break; sleep 0.1; done
+        "$game" >/dev/null 2>&1 &
+    for _ in $(seq 50); do
+        { xwininfo -name Mirvalde || xwininfo -name 'Astuce du jour'; } >/dev/null 2>&1 && break
+        sleep 0.1
+    done
     if [ "$state" = maximised ]; then
         wmctrl -r Mirvalde -b add,maximized_vert,maximized_horz
     elif [ "$state" = blocks ]; then
