@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
 # Takes a screenshot of the game as a player sees it: a virtual screen with a window
 # manager, the game started in a private runtime folder, the main window captured by title.
-# Usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing]
+# Usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing|about]
+#   about: the about window, opened from the main window's menu.
 #   blocks: finds ten numbers, starts a falling-blocks game and drops a few trios first.
 #   tips: the tip of the day at start-up; tips-missing: the same without a tips file.
 #   The other states start with the tips turned off.
 # Needs: apt-get install -y xvfb openbox x11-utils wmctrl imagemagick dbus-x11 xdotool
 #        at-spi2-core python3-gi gir1.2-atspi-2.0
 set -euo pipefail
-out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing]}")
+out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing|about]}")
 state=${2:-normal}
 cd "$(dirname "$0")/.."
 [ -x build/game/mirvalde ] || { echo "build the game first (see README)" >&2; exit 1; }
@@ -39,6 +40,9 @@ inside() {
     done
     if [ "$state" = maximised ]; then
         wmctrl -r Mirvalde -b add,maximized_vert,maximized_horz
+    elif [ "$state" = about ]; then
+        xdotool search --sync --onlyvisible --name '^Mirvalde$' windowactivate --sync
+        xdotool key alt+question a
     elif [ "$state" = blocks ]; then
         /usr/bin/python3 tools/find-ten-numbers.py >/dev/null
         xdotool search --sync --onlyvisible --name '^Tavrines$' windowactivate --sync

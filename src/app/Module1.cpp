@@ -20,6 +20,7 @@ Module1::Module1()
       tips_(settings_, ExecutableFolder().toStdString()) {}
 
 Module1::~Module1() {
+    delete frmAbout_;
     delete frmTip_;
     delete frmTavrines_;
     delete form1_;
@@ -41,6 +42,7 @@ void Module1::LoadForm1() {
     form1_ = new Form1(game_);
     connect(form1_, &Form1::tenthNumberFound, this, &Module1::HandOverToTavrines);
     connect(form1_, &Form1::tipsRequested, this, &Module1::BtMenu_Click);
+    connect(form1_, &Form1::aboutRequested, this, &Module1::propos_Click);
     form1_->Form_Load();
     Track(form1_);
 }
@@ -70,6 +72,18 @@ void Module1::BtMenu_Click() {
     frmTip_->show();
     frmTip_->raise();
     frmTip_->activateWindow();
+}
+
+void Module1::propos_Click() {
+    form1_->hide();
+    frmAbout_ = new frmAbout(SystemRegistry(), shell_);
+    frmAbout_->Form_Load();
+    Track(frmAbout_);
+    // Closed in any way, it gives the main window back as the player left it.
+    connect(frmAbout_, &QObject::destroyed, this, [this] {
+        if (form1_) form1_->show();
+    });
+    frmAbout_->show();
 }
 
 void Module1::HandOverToTavrines() {

@@ -9,9 +9,11 @@
 #include "QtSettingsStore.h"
 #include "QtSound.h"
 #include "Random.h"
+#include "Shell.h"
 #include "SingleInstance.h"
 #include "TavrinesGame.h"
 #include "TipGame.h"
+#include "frmAbout.h"
 #include "frmTavrines.h"
 #include "frmTip.h"
 
@@ -34,6 +36,7 @@ class Module1 : public QObject {
     Form1* MainWindow() const { return form1_; }
     frmTavrines* BlocksWindow() const { return frmTavrines_; }
     frmTip* TipWindow() const { return frmTip_; }
+    frmAbout* AboutWindow() const { return frmAbout_; }
     const GuessGame& Guess() const { return game_; }
 
   signals:
@@ -45,6 +48,7 @@ class Module1 : public QObject {
     // Loads the tip window; null when it closed at once (the tips are off at start-up).
     frmTip* LoadTip(bool asked);
     void BtMenu_Click();
+    void propos_Click();
     void HandOverToTavrines();
     void BackFromTavrines();
     void Track(QWidget* window);
@@ -54,12 +58,14 @@ class Module1 : public QObject {
     QtSound sound_;
     SingleInstance instance_;
     QtSettingsStore settings_;
+    DesktopShell shell_;
     GuessGame game_;
     TavrinesGame tavrines_;
     TipGame tips_;
     QPointer<Form1> form1_;
     QPointer<frmTavrines> frmTavrines_;
     QPointer<frmTip> frmTip_;
+    QPointer<frmAbout> frmAbout_;
     int loadedWindows_ = 0;
 };
 

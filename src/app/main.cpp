@@ -2,6 +2,7 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 
+#include "AppInfo.h"
 #include "Look.h"
 #include "Module1.h"
 
@@ -11,8 +12,12 @@ int main(int argc, char* argv[]) {
     // handler returns; plain images show every one. The windows are small: nothing is lost.
     if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Mirvalde"));
-    QApplication::setApplicationVersion(QStringLiteral("5.0.0"));
+    QApplication::setApplicationName(
+        QString::fromUtf8(mirvalde::kAppTitle.data(), mirvalde::kAppTitle.size()));
+    QApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")
+                                            .arg(mirvalde::kVersionMajor)
+                                            .arg(mirvalde::kVersionMinor)
+                                            .arg(mirvalde::kVersionRevision));
     QApplication::setDesktopFileName(QStringLiteral("mirvalde"));
     // Windows end the program by unloading; hidden windows must not count as closed.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -28,6 +28,7 @@ enum class ControlKind {
     PictureBox,
     Shape,
     CheckBox,
+    Line,
 };
 enum class TextAlign { Left, Center, Right };
 // The outline of a shape; a shape with a Fixed background is filled with its colour.
@@ -39,7 +40,11 @@ struct FontDesign {
     std::string_view family;  // empty: the window's own font
     double points = 0;
     bool bold = true;
+    bool underline = false;
 };
+
+// The text colour of a control that keeps the desktop's own.
+inline constexpr std::uint32_t kDesktopText = 0xFFFFFFFF;
 
 struct ControlDesign {
     std::string_view name;  // the control's name, also its objectName
@@ -57,6 +62,7 @@ struct ControlDesign {
     // A label that sizes itself to its text, keeping the edge its alignment holds still.
     bool autoSize = false;
     ShapeStyle shape = ShapeStyle::Rectangle;
+    std::uint32_t foreground = kDesktopText;  // 0x00BBGGRR
 };
 
 // The caption a control of a design has when its window loads; empty for an unknown name.

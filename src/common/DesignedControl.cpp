@@ -55,7 +55,8 @@ void ApplyBackground(QWidget* widget, const ControlDesign& design) {
 }
 
 bool IsDrawnOnSurface(ControlKind kind) {
-    return kind == ControlKind::Label || kind == ControlKind::Image || kind == ControlKind::Shape;
+    return kind == ControlKind::Label || kind == ControlKind::Image || kind == ControlKind::Shape ||
+           kind == ControlKind::Line;
 }
 
 constexpr const char* kDrawnOnSurface = "mirvalde.drawnOnSurface";
@@ -94,6 +95,12 @@ QWidget* CreateWidget(const ControlDesign& design, QWidget* parent) {
         }
         case ControlKind::CheckBox:
             return new QCheckBox(caption, parent);
+        case ControlKind::Line: {
+            // A line as wide as the control is high, in the control's colour.
+            auto* line = new QWidget(parent);
+            line->setAutoFillBackground(true);
+            return line;
+        }
         case ControlKind::Shape:
             return new ShapeControl(design.shape, design.background == Background::Fixed,
                                     ColourOf(design.colour), parent);
@@ -125,7 +132,7 @@ QFont FontOf(const FontDesign& font, const QFont& windowFont) {
     result.setPointSizeF(font.points);
     result.setBold(font.bold);
     result.setItalic(false);
-    result.setUnderline(false);
+    result.setUnderline(font.underline);
     result.setStrikeOut(false);
     return result;
 }
@@ -141,6 +148,12 @@ QWidget* ApplyDesign(QWidget* widget, const ControlDesign& design) {
     if (!design.tooltip.empty()) widget->setToolTip(FromUtf8(design.tooltip));
     // A shape's colour is its fill, not a background.
     if (design.kind != ControlKind::Shape) ApplyBackground(widget, design);
+    if (design.foreground != kDesktopText) {
+        QPalette palette = widget->palette();
+        palette.setColor(QPalette::WindowText, ColourOf(design.foreground));
+        palette.setColor(QPalette::ButtonText, ColourOf(design.foreground));
+        widget->setPalette(palette);
+    }
     widget->setGeometry(ToPixels(design.place));
     widget->setVisible(design.visible);
     if (IsDrawnOnSurface(design.kind)) widget->setProperty(kDrawnOnSurface, true);

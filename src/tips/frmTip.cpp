@@ -19,10 +19,9 @@ constexpr QSize kClientSize(static_cast<int>(kTipClientWidth / kTwipsPerPixel),
 
 }  // namespace
 
-frmTip::frmTip(TipGame& tips, QWidget* parent) : QDialog(parent), tips_(tips) {
+frmTip::frmTip(TipGame& tips, QWidget* parent) : UnloadingDialog(parent), tips_(tips) {
     setObjectName(QStringLiteral("frmTip"));
     setWindowTitle(FromUtf8(kTipCaption));
-    setAttribute(Qt::WA_DeleteOnClose);
     // A sizable frame with neither a minimise nor a maximise button.
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
@@ -81,7 +80,7 @@ bool frmTip::Form_Load(bool asked) {
 }
 
 void frmTip::showEvent(QShowEvent* event) {
-    QDialog::showEvent(event);
+    UnloadingDialog::showEvent(event);
     if (!centredWithFrame_) {
         centredWithFrame_ = true;
         CentreOnceFramed(this);
@@ -93,11 +92,6 @@ void frmTip::ShowControls() {
     lblTipText_->setText(FromUtf8(shown.lblTipText));
     const QSignalBlocker block(chkLoadTipsAtStartup_);
     chkLoadTipsAtStartup_->setChecked(shown.chkLoadTipsAtStartup);
-}
-
-void frmTip::done(int result) {
-    QDialog::done(result);
-    if (testAttribute(Qt::WA_DeleteOnClose)) deleteLater();
 }
 
 void frmTip::cmdOK_Click() {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QDialog>
 #include <map>
 #include <string>
 #include <string_view>
 
 #include "TipGame.h"
+#include "UnloadingDialog.h"
 
 class QCheckBox;
 class QLabel;
@@ -15,7 +15,7 @@ namespace mirvalde {
 // The tip-of-the-day window. It builds its controls from its design, forwards each event to
 // the rules and shows what they decided. One object lives from a load of the window to its
 // unload; the tips and the position in them outlive it.
-class frmTip : public QDialog {
+class frmTip : public UnloadingDialog {
     Q_OBJECT
 
   public:
@@ -26,9 +26,6 @@ class frmTip : public QDialog {
     bool Form_Load(bool asked);
 
     QWidget* Control(std::string_view name) const;
-
-    // Escape and Enter end the dialog as "OK" does: the window is unloaded, not only hidden.
-    void done(int result) override;
 
   protected:
     void showEvent(QShowEvent* event) override;

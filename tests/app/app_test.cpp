@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QTimer>
+#include <functional>
 
 #include "Files.h"
 #include "Form1.h"
@@ -206,6 +207,42 @@ TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
     module.BlocksWindow()->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(ended.count(), 2);
+}
+
+// "A propos de" hides the main window; closed in any way, the about window gives it back as
+// the player left it.
+TEST(Module1Test, TheAboutWindowStandsInForTheMainWindowUntilItIsClosed) {
+    TipsAtStartup(0);
+    Module1 module;
+    ASSERT_TRUE(module.Main());
+    Form1* main = module.MainWindow();
+    auto* box = qobject_cast<QLineEdit*>(main->Control("Boxsaisie"));
+    QTest::keyClicks(box, "7");
+    QTest::keyClick(box, Qt::Key_Return);
+    QTest::keyClicks(box, "12");
+    const QString coup = qobject_cast<QLabel*>(main->Control("Coup"))->text();
+    const std::function<void(frmAbout*)> closings[] = {
+        [](frmAbout* about) { qobject_cast<QPushButton*>(about->Control("cmdOK"))->click(); },
+        [](frmAbout* about) { QTest::keyClick(about, Qt::Key_Return); },
+        [](frmAbout* about) { QTest::keyClick(about, Qt::Key_Escape); },
+        [](frmAbout* about) { about->close(); },  // the frame or the window menu
+    };
+    for (const auto& close : closings) {
+        main->findChild<QAction*>("propos")->trigger();
+        frmAbout* about = module.AboutWindow();
+        ASSERT_NE(about, nullptr);
+        EXPECT_FALSE(main->isVisible());
+        EXPECT_TRUE(about->isVisible());
+        EXPECT_FALSE(about->isModal());
+        EXPECT_EQ(about->windowTitle(), "À propos de Mirvalde");
+        EXPECT_EQ(qobject_cast<QLabel*>(about->Control("lblVersion"))->text(), "Version 5.0.0");
+        close(about);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(module.AboutWindow(), nullptr);
+        EXPECT_TRUE(main->isVisible());
+        EXPECT_EQ(box->text(), "12");
+        EXPECT_EQ(qobject_cast<QLabel*>(main->Control("Coup"))->text(), coup);
+    }
 }
 
 // With no setting stored, the tips come first, alone and modal; the main window follows them.
