@@ -18,7 +18,7 @@ int main(int argc, char* argv[]) {
                                             .arg(mirvalde::kVersionMajor)
                                             .arg(mirvalde::kVersionMinor)
                                             .arg(mirvalde::kVersionRevision));
-    QApplication::setDesktopFileName(QStringLiteral("mirvalde"));
+    QApplication::setDesktopFileName(QStringLiteral("org.example.Mirvalde"));
     // Windows end the program by unloading; hidden windows must not count as closed.
     QApplication::setQuitOnLastWindowClosed(false);
 
