@@ -11,7 +11,7 @@ prefix=$work/prefix
 cmake --install "$build" --prefix "$prefix" >/dev/null
 for file in bin/mirvalde lib/mirvalde/mirvalde lib/mirvalde/gagner.wav lib/mirvalde/perdu.wav \
     lib/mirvalde/TIPOFDAY.TXT share/applications/org.example.Mirvalde.desktop \
-    share/metainfo/org.example.Mirvalde.metainfo.xml share/man/man6/mirvalde.6 \
+    share/metainfo/org.example.Mirvalde.metainfo.xml share/man/man6/mirvalde.6.gz \
     share/icons/hicolor/scalable/apps/org.example.Mirvalde.svg; do
     [ -e "$prefix/$file" ] || { echo "not installed: $file"; exit 1; }
 done
