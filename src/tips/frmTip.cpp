@@ -22,6 +22,7 @@ constexpr QSize kClientSize(static_cast<int>(kTipClientWidth / kTwipsPerPixel),
 frmTip::frmTip(TipGame& tips, QWidget* parent) : UnloadingDialog(parent), tips_(tips) {
     setObjectName(QStringLiteral("frmTip"));
     setWindowTitle(FromUtf8(kTipCaption));
+    setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
     // A sizable frame with neither a minimise nor a maximise button.
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);

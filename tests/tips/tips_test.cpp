@@ -179,5 +179,20 @@ TEST(TipsFileTest, TellsWellFormedUtf8FromAnyOtherText) {
     EXPECT_EQ(Windows1252ToUtf8("\x80\x9C\x92\xE9\x81"), "€œ’é\xC2\x81");
 }
 
+// French typography in the game's own tips: a blank before ":", ";", "?", "!" and inside the
+// quotes that never breaks, or a line of the window could begin with a lone ":".
+TEST(GameTipsTest, KeepTheirPunctuationWithTheWordBeforeIt) {
+    const std::optional<TipsFile> tips = TipsFile::Read(MIRVALDE_TIPS_FILE);
+    ASSERT_TRUE(tips);
+    EXPECT_GE(tips->Count(), 12u);
+    for (std::size_t i = 0; i < tips->Count(); ++i) {
+        const std::string tip = tips->Line(i);
+        EXPECT_FALSE(tip.empty()) << "tip " << i + 1;
+        for (const char* breakable : {" :", " ;", " ?", " !", " »", "« "}) {
+            EXPECT_EQ(tip.find(breakable), std::string::npos) << "tip " << i + 1 << ": " << tip;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace mirvalde
