@@ -328,6 +328,26 @@ bool TavrinesGame::NommeMeilleur(std::string_view reponse) {
     return nom && score;
 }
 
+std::string TavrinesGame::DescriptionPuits() const {
+    if (controls_.tmrCaseInterval == 0) return "Aucune partie en cours. F2 pour commencer.";
+    const auto nom = [](Couleur couleur) -> std::string {
+        constexpr const char* kNoms[] = {"rouge", "noir", "vert", "bleu", "jaune", "magenta"};
+        for (std::size_t i = 0; i < kCouleurs.size(); ++i) {
+            if (kCouleurs[i] == couleur) return kNoms[i];
+        }
+        return "blanc";
+    };
+    std::string text;
+    if (module_.Perdu || partieFinie_) {
+        text = "Partie terminée.";
+    } else {
+        text = "Trio en colonne " + Digits(module_.XPos) + ", ligne " + Digits(module_.YPos) +
+               " : " + nom(module_.Bloc[3]) + ", " + nom(module_.Bloc[2]) + ", " +
+               nom(module_.Bloc[1]) + " de haut en bas" + (module_.EnBas ? ", posé." : ".");
+    }
+    return text + " Score : " + Digits(module_.Score) + ".";
+}
+
 void TavrinesGame::mnuSpeed_Click(int index) {
     if (index < 1 || index > 5) return;
     module_.Vitesse = Digits(index);

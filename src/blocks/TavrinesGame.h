@@ -132,6 +132,10 @@ class TavrinesGame {
     void Attendre() const;
     void ChercheSol();
 
+    // The well told in words for a screen reader: the falling trio's colours from top to
+    // bottom, its column, and the score.
+    std::string DescriptionPuits() const;
+
     // For the tests: a well laid out by hand.
     TavrinesModule& ModuleForTest() { return module_; }
 

@@ -110,12 +110,16 @@ void frmTavrines::CreateControls() {
     picZone_->setAccessibleName(QStringLiteral("Puits"));
     game_.SetPicture(picZone_);
 
+    // Labels keep their text as their name; what they count is their description.
+    constexpr const char* kCouleurs[] = {"rouges", "noirs", "verts", "bleus", "jaunes", "magenta"};
     for (int i = 0; i < kColonnes; ++i) {
-        Control(CarreName(i))
-            ->setAccessibleName(
-                QString::fromUtf8(std::array{"Carré rouge", "Carré noir", "Carré vert",
-                                             "Carré bleu", "Carré jaune", "Carré magenta"}[i]));
+        Control(CarreName(i))->setAccessibleName(QStringLiteral("Carrés %1").arg(kCouleurs[i]));
+        Control(StatCouleurName(i))
+            ->setAccessibleDescription(QStringLiteral("Nombre de carrés %1").arg(kCouleurs[i]));
     }
+    Control("lblScore")->setAccessibleDescription(QStringLiteral("Score"));
+    Control("lblMeilleur")->setAccessibleDescription(QStringLiteral("Meilleur score"));
+    Control("lblNom")->setAccessibleDescription(QStringLiteral("Nom du meilleur joueur"));
 }
 
 void frmTavrines::Form_Load() {
@@ -152,6 +156,7 @@ void frmTavrines::ShowControls() {
     caption("lblNom", shown.lblNom);
     caption("lblMeilleur", shown.lblMeilleur);
     caption("lblVitesse", shown.lblVitesse);
+    picZone_->setAccessibleDescription(FromUtf8(game_.DescriptionPuits()));
     mnuVitesse_->setEnabled(shown.mnuVitesseEnabled);
     for (int index = 1; index <= 5; ++index) {
         mnuSpeed_[index]->setChecked(index == shown.mnuSpeedChecked);

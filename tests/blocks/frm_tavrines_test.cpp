@@ -132,6 +132,8 @@ TEST_F(FrmTavrinesTest, EveryCaptionFitsItsLabel) {
 
 TEST_F(FrmTavrinesTest, TheGameWaitsForNouveauThenTheKeysMoveTheTrioOnScreen) {
     EXPECT_FALSE(window->Timer().isActive());
+    EXPECT_EQ(window->Well()->accessibleDescription(),
+              "Aucune partie en cours. F2 pour commencer.");
     Key(Qt::Key_Down);
     EXPECT_EQ(game.Module().YPos, 0);  // no game yet
 
@@ -152,6 +154,9 @@ TEST_F(FrmTavrinesTest, TheGameWaitsForNouveauThenTheKeysMoveTheTrioOnScreen) {
     EXPECT_EQ(game.Module().YPos, 4);
     EXPECT_EQ(game.Module().XPos, 3);
     ExpectWellShowsGrille();
+    // A screen reader hears the trio and the score.
+    EXPECT_EQ(window->Well()->accessibleDescription(),
+              "Trio en colonne 3, ligne 4 : rouge, rouge, rouge de haut en bas. Score : 0.");
     Key(Qt::Key_Space);
     EXPECT_EQ(game.Module().YPos, 18);
     EXPECT_TRUE(game.Module().EnBas);
