@@ -53,9 +53,15 @@ inside() {
         done
     fi
     sleep 1
-    import -window root "$out"
+    if [ -n "${WINDOW_ONLY:-}" ]; then
+        # The active window alone, with the desktop's frame.
+        active=$(xdotool getactivewindow)
+        import -frame -window "$active" "$out"
+    else
+        import -window root "$out"
+    fi
 }
 # xvfb-run goes through sh, which drops exported functions: pass the function as text.
 xvfb-run -a -s "-screen 0 1280x800x24" dbus-run-session -- \
-    bash -c "$(declare -f inside); out=$(printf %q "$out") state=$state inside"
+    bash -c "$(declare -f inside); out=$(printf %q "$out") state=$state WINDOW_ONLY=${WINDOW_ONLY:-} inside"
 echo "screenshot: $out"

@@ -11,6 +11,13 @@ int main(int argc, char* argv[]) {
     // Qt's shared-memory images let only the first of those repaints reach the screen until the
     // handler returns; plain images show every one. The windows are small: nothing is lost.
     if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
+    // Windows are placed and centred where they were designed, which a Wayland desktop does not
+    // allow its clients: there the game goes through XWayland, and falls back to Wayland only
+    // when that is missing.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+    }
     QApplication app(argc, argv);
     QApplication::setApplicationName(
         QString::fromUtf8(mirvalde::kAppTitle.data(), mirvalde::kAppTitle.size()));
