@@ -66,14 +66,59 @@ bool ReadHexBytes(std::string_view text, std::string& out) {
     return true;
 }
 
+// The registry editor of Windows saves its files in UTF-16, little-endian.
+std::string Utf16LeToUtf8(std::string_view bytes) {
+    std::string out;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        char32_t code =
+            static_cast<unsigned char>(bytes[i]) | (static_cast<unsigned char>(bytes[i + 1]) << 8);
+        if (code >= 0xD800 && code < 0xDC00 && i + 3 < bytes.size()) {
+            const char32_t low = static_cast<unsigned char>(bytes[i + 2]) |
+                                 (static_cast<unsigned char>(bytes[i + 3]) << 8);
+            if (low >= 0xDC00 && low < 0xE000) {
+                code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
+                i += 2;
+            }
+        }
+        if (code < 0x80) {
+            out += static_cast<char>(code);
+        } else if (code < 0x800) {
+            out += static_cast<char>(0xC0 | (code >> 6));
+            out += static_cast<char>(0x80 | (code & 0x3F));
+        } else if (code < 0x10000) {
+            out += static_cast<char>(0xE0 | (code >> 12));
+            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (code & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | (code >> 18));
+            out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (code & 0x3F));
+        }
+    }
+    return out;
+}
+
 }  // namespace
 
 RegistryFile::RegistryFile(const std::string& path) {
+    Read(path);
+}
+
+void RegistryFile::Read(const std::string& path) {
+    keys_.clear();
+    open_.clear();
     std::ifstream file(path, std::ios::binary);
     if (!file) return;
     std::ostringstream text;
     text << file.rdbuf();
     Parse(text.str());
+}
+
+RegistryFile RegistryFile::System() {
+    RegistryFile registry;
+    registry.system_ = true;
+    return registry;
 }
 
 RegistryFile RegistryFile::FromText(const std::string& text) {
@@ -100,7 +145,8 @@ std::string RegistryFile::SystemPath() {
     return {};
 }
 
-void RegistryFile::Parse(const std::string& text) {
+void RegistryFile::Parse(std::string text) {
+    if (text.starts_with("\xFF\xFE")) text = Utf16LeToUtf8(std::string_view(text).substr(2));
     std::map<std::string, Value>* section = nullptr;
     std::istringstream lines(text);
     std::string line;
@@ -177,6 +223,10 @@ void RegistryFile::Parse(const std::string& text) {
 
 long RegistryFile::RegOpenKeyEx(Key root, const std::string& subKey, std::uint32_t, std::uint32_t,
                                 Key& opened) {
+    // Read afresh while no key is open: handles point into what was read.
+    const bool keysOpen =
+        std::any_of(open_.begin(), open_.end(), [](const auto* key) { return key != nullptr; });
+    if (system_ && !keysOpen) Read(SystemPath());
     for (const Root& known : kRoots) {
         if (known.key != root) continue;
         const auto found = keys_.find(Upper(std::string(known.name) + "\\" + subKey));
@@ -213,7 +263,7 @@ long RegistryFile::RegCloseKey(Key key) {
 
 #ifndef _WIN32
 MachineRegistry& SystemRegistry() {
-    static RegistryFile registry(RegistryFile::SystemPath());
+    static RegistryFile registry = RegistryFile::System();
     return registry;
 }
 #endif

@@ -18,11 +18,15 @@ namespace mirvalde {
 //   "Raw"=hex(2):2f,00
 //
 // Key and value names are compared without regard to case. A line that cannot be read is
-// passed over: the lookups it would have answered fail. No file, no registry.
+// passed over: the lookups it would have answered fail. No file, no registry. The file may be
+// UTF-8 or, as the Windows registry editor saves it, UTF-16 with a byte-order mark.
 class RegistryFile final : public MachineRegistry {
   public:
     explicit RegistryFile(const std::string& path);
     static RegistryFile FromText(const std::string& text);
+    // The registry of the system configuration folders, read again at each lookup, so that a
+    // file written or mended while the game runs counts at once.
+    static RegistryFile System();
 
     long RegOpenKeyEx(Key root, const std::string& subKey, std::uint32_t options,
                       std::uint32_t access, Key& opened) override;
@@ -35,7 +39,8 @@ class RegistryFile final : public MachineRegistry {
 
   private:
     RegistryFile() = default;
-    void Parse(const std::string& text);
+    void Read(const std::string& path);
+    void Parse(std::string text);
 
     struct Value {
         std::uint32_t type;
@@ -45,6 +50,7 @@ class RegistryFile final : public MachineRegistry {
     // their name in upper case.
     std::map<std::string, std::map<std::string, Value>> keys_;
     std::vector<const std::map<std::string, Value>*> open_;
+    bool system_ = false;
 };
 
 }  // namespace mirvalde

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <thread>
 
 #include "RegistryFile.h"
 #include "SystemInfo.h"
@@ -186,6 +187,55 @@ TEST_F(StartSysInfoTest, StartsTheToolTheRegistryNamesOrSaysItIsNotToBeHad) {
     registry.keys[kMsinfo] = {{"PATH", {1, "/usr/bin/infos"}}};
     EXPECT_FALSE(StartSysInfo(registry, shell));
     EXPECT_EQ(shell.started.size(), 3u);
+}
+
+// The registry editor of Windows saves UTF-16; the system's file is read at every lookup, so
+// that a packager's file counts without a restart.
+TEST(RegistryFileTest, ReadsUtf16AndTheSystemFileAsItIsNow) {
+    std::string utf16 = "\xFF\xFE";
+    for (const char c : std::string("Windows Registry Editor Version 5.00\r\n[HKEY_LOCAL_MACHINE\\"
+                                    "K]\r\n\"PATH\"=\"/opt/\xC3\xA9t\xC3\xA9\"\r\n")) {
+        // Every character of this text but é is ASCII: é is written as its code unit.
+        if (c == '\xC3') continue;
+        utf16 += c == '\xA9' ? '\xE9' : c;
+        utf16 += '\0';
+    }
+    RegistryFile saved = RegistryFile::FromText(utf16);
+    std::string value;
+    EXPECT_TRUE(GetKeyValue(saved, HKLM, "K", "PATH", value));
+    EXPECT_EQ(value, "/opt/été");
+
+    const fs::path folder =
+        fs::temp_directory_path() / ("mirvalde-xdg-" + std::to_string(::getpid()));
+    fs::create_directories(folder / "mirvalde");
+    ::setenv("XDG_CONFIG_DIRS", ("/nulle/part:" + folder.string()).c_str(), 1);
+    RegistryFile system = RegistryFile::System();
+    EXPECT_FALSE(GetKeyValue(system, HKLM, kMsinfo, "PATH", value));
+    std::ofstream(folder / "mirvalde" / "registry.reg")
+        << "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\" << kMsinfo
+        << "]\n\"PATH\"=\"/usr/bin/infos\"\n";
+    EXPECT_TRUE(GetKeyValue(system, HKLM, kMsinfo, "PATH", value));
+    EXPECT_EQ(value, "/usr/bin/infos");
+    fs::remove_all(folder);
+    EXPECT_FALSE(GetKeyValue(system, HKLM, kMsinfo, "PATH", value));
+    ::unsetenv("XDG_CONFIG_DIRS");
+}
+
+// A folder with a blank in its name, as program folders often have: the program found in it
+// really starts.
+TEST_F(StartSysInfoTest, AProgramInAFolderWithABlankStarts) {
+    const fs::path programs = folder / "outils système";
+    fs::create_directories(programs);
+    const fs::path marker = folder / "started";
+    std::ofstream(programs / "MSINFO32.EXE") << "#!/bin/sh\ntouch '" << marker.string() << "'\n";
+    fs::permissions(programs / "MSINFO32.EXE", fs::perms::owner_all);
+    registry.keys[kLocation] = {{"MSINFO", {1, programs.string()}}};
+    DesktopShell desktop;
+    ASSERT_TRUE(StartSysInfo(registry, desktop));
+    for (int i = 0; i < 100 && !fs::exists(marker); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    EXPECT_TRUE(fs::exists(marker));
 }
 
 TEST(ContactTest, AddressesOpenWithTheirSchemeAndAnEmptyCaptionOpensNothing) {
