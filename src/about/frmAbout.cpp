@@ -29,20 +29,11 @@ frmAbout::frmAbout(MachineRegistry& registry, Shell& shell, QWidget* parent)
     : UnloadingDialog(parent), registry_(registry), shell_(shell) {
     setObjectName(QStringLiteral("frmAbout"));
     // A fixed dialog frame with neither a minimise nor a maximise button.
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    setWindowFlags(Qt::Dialog | kWithoutMinMaxButtons);
     setFixedSize(kClientSize);
-    QFont font(QStringLiteral("MS Sans Serif"));
-    font.setPointSizeF(8.25);
-    setFont(font);
-
-    for (const ControlDesign& design : AboutDesign()) {
-        QWidget* widget = CreateControl(design, this);
-        controls_.emplace(std::string(design.name), widget);
-        if (auto* label = qobject_cast<QLabel*>(widget)) label->setWordWrap(true);
-    }
-    StackDrawnControlsBeneath(this);
-    setTabOrder(Control("cmdOK"), Control("cmdSysInfo"));
+    setFont(DialogFont());
+    controls_.Build(AboutDesign(), this);
+    for (auto* label : findChildren<QLabel*>()) label->setWordWrap(true);
 
     auto* logo = qobject_cast<QLabel*>(Control("Image1"));
     logo->setPixmap(
@@ -66,8 +57,7 @@ frmAbout::frmAbout(MachineRegistry& registry, Shell& shell, QWidget* parent)
 }
 
 QWidget* frmAbout::Control(std::string_view name) const {
-    const auto found = controls_.find(name);
-    return found == controls_.end() ? nullptr : found->second;
+    return controls_.Find(name);
 }
 
 void frmAbout::Form_Load() {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "DesignedControl.h"
 #include "MachineRegistry.h"
 #include "Shell.h"
 #include "UnloadingDialog.h"
@@ -35,7 +36,7 @@ class frmAbout : public UnloadingDialog {
 
     MachineRegistry& registry_;
     Shell& shell_;
-    std::map<std::string, QWidget*, std::less<>> controls_;
+    DesignedControls controls_;
     QLabel* lblMail_ = nullptr;
     QLabel* lblUrl_ = nullptr;
 };

@@ -49,8 +49,7 @@ frmTavrines::frmTavrines(TavrinesGame& game, QWidget* parent) : QMainWindow(pare
     setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
     setAttribute(Qt::WA_DeleteOnClose);
     // A fixed border with neither a minimise nor a maximise button.
-    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    setWindowFlags(Qt::Window | kWithoutMinMaxButtons);
     CreateMenus();
     CreateControls();
     tmrCase_.setTimerType(Qt::PreciseTimer);
@@ -64,8 +63,7 @@ frmTavrines::~frmTavrines() {
 }
 
 QWidget* frmTavrines::Control(std::string_view name) const {
-    const auto found = controls_.find(name);
-    return found == controls_.end() ? nullptr : found->second;
+    return controls_.Find(name);
 }
 
 void frmTavrines::CreateMenus() {
@@ -99,14 +97,10 @@ void frmTavrines::CreateControls() {
     client->setFixedSize(kClientSize);
     setCentralWidget(client);
 
-    for (const ControlDesign& design : TavrinesDesign()) {
-        // The well is the one picture box, and it draws itself.
-        QWidget* widget = design.kind == ControlKind::PictureBox
-                              ? ApplyDesign(picZone_ = new WellBox(client), design)
-                              : CreateControl(design, client);
-        controls_.emplace(std::string(design.name), widget);
-    }
-    StackDrawnControlsBeneath(client);
+    // The well is the one picture box, and it draws itself.
+    controls_.Build(TavrinesDesign(), client, [this](const ControlDesign& design, QWidget* parent) {
+        return design.kind == ControlKind::PictureBox ? picZone_ = new WellBox(parent) : nullptr;
+    });
     picZone_->setAccessibleName(QStringLiteral("Puits"));
     game_.SetPicture(picZone_);
 

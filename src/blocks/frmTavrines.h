@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "DesignedControl.h"
 #include "TavrinesGame.h"
 
 class QAction;
@@ -57,7 +58,7 @@ class frmTavrines : public QMainWindow {
     void AskBestName();
 
     TavrinesGame& game_;
-    std::map<std::string, QWidget*, std::less<>> controls_;
+    DesignedControls controls_;
     WellBox* picZone_ = nullptr;
     QMenu* mnuVitesse_ = nullptr;
     QAction* mnuSpeed_[6] = {};

@@ -7,7 +7,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "ShapeControl.h"
 
@@ -157,6 +159,10 @@ QWidget* ApplyDesign(QWidget* widget, const ControlDesign& design) {
     widget->setGeometry(ToPixels(design.place));
     widget->setVisible(design.visible);
     if (IsDrawnOnSurface(design.kind)) widget->setProperty(kDrawnOnSurface, true);
+    // A picture box in the tab order takes the focus, as any control there does.
+    if (design.kind == ControlKind::PictureBox && design.tabIndex >= 0) {
+        widget->setFocusPolicy(Qt::TabFocus);
+    }
     if (design.autoSize) {
         // The edge the text is aligned on stays where it was designed.
         const QRect place = widget->geometry();
@@ -167,6 +173,36 @@ QWidget* ApplyDesign(QWidget* widget, const ControlDesign& design) {
         if (auto* label = qobject_cast<QLabel*>(widget)) FitLabelToText(label);
     }
     return widget;
+}
+
+void DesignedControls::Build(std::span<const ControlDesign> design, QWidget* surface,
+                             const Maker& make) {
+    std::vector<std::pair<int, QWidget*>> tabOrder;
+    for (const ControlDesign& row : design) {
+        QWidget* parent = row.parent.empty() ? surface : Find(row.parent);
+        QWidget* widget = make ? make(row, parent) : nullptr;
+        widget = widget ? ApplyDesign(widget, row) : CreateControl(row, parent);
+        controls_.emplace(std::string(row.name), widget);
+        if (row.tabIndex >= 0 && widget->focusPolicy() != Qt::NoFocus) {
+            tabOrder.emplace_back(row.tabIndex, widget);
+        }
+    }
+    std::sort(tabOrder.begin(), tabOrder.end());
+    for (std::size_t i = 1; i < tabOrder.size(); ++i) {
+        QWidget::setTabOrder(tabOrder[i - 1].second, tabOrder[i].second);
+    }
+    StackDrawnControlsBeneath(surface);
+}
+
+QWidget* DesignedControls::Find(std::string_view name) const {
+    const auto found = controls_.find(name);
+    return found == controls_.end() ? nullptr : found->second;
+}
+
+QFont DialogFont() {
+    QFont font(QStringLiteral("MS Sans Serif"));
+    font.setPointSizeF(8.25);
+    return font;
 }
 
 void FitLabelToText(QLabel* label) {

@@ -4,6 +4,10 @@
 #include <QFont>
 #include <QRect>
 #include <QString>
+#include <functional>
+#include <map>
+#include <span>
+#include <string>
 #include <string_view>
 
 #include "Design.h"
@@ -29,6 +33,30 @@ QFont FontOf(const FontDesign& font, const QFont& windowFont);
 QWidget* CreateControl(const ControlDesign& design, QWidget* parent);
 // The same for a widget made by the window itself (a picture box that draws): returns it.
 QWidget* ApplyDesign(QWidget* widget, const ControlDesign& design);
+
+// The controls of a window, built from its design and found by their names.
+class DesignedControls {
+  public:
+    using Maker = std::function<QWidget*(const ControlDesign&, QWidget* parent)>;
+    // Builds every row in the table's order, inside `surface` or inside the control the row
+    // names as its parent; `make` may build a row itself (a picture box that draws), or return
+    // null to leave it to the design. Then puts the design's tab order in place and stacks
+    // the drawn controls beneath the others.
+    void Build(std::span<const ControlDesign> design, QWidget* surface, const Maker& make = {});
+    QWidget* Find(std::string_view name) const;
+
+  private:
+    std::map<std::string, QWidget*, std::less<>> controls_;
+};
+
+// The windows' own text, where the design names none: MS Sans Serif 8.25 pt.
+QFont DialogFont();
+
+// A frame with a title, a window menu and a close button, but neither a minimise nor a
+// maximise button.
+inline constexpr Qt::WindowFlags kWithoutMinMaxButtons =
+    Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+    Qt::WindowCloseButtonHint;
 
 // A label designed to size itself takes the size of its text again, its aligned edge still.
 void FitLabelToText(QLabel* label);

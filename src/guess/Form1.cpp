@@ -51,8 +51,7 @@ Form1::Form1(GuessGame& game, QWidget* parent) : QMainWindow(parent), game_(game
 }
 
 QWidget* Form1::Control(std::string_view name) const {
-    const auto found = controls_.find(name);
-    return found == controls_.end() ? nullptr : found->second;
+    return controls_.Find(name);
 }
 
 void Form1::CreateMenus() {
@@ -76,21 +75,8 @@ void Form1::CreateControls() {
     client_->setFont(WindowFont());
     setCentralWidget(client_);
 
-    std::vector<std::pair<int, QWidget*>> tabOrder;
-    for (const ControlDesign& design : Form1Design()) {
-        QWidget* parent = design.parent.empty() ? client_ : Control(design.parent);
-        QWidget* widget = CreateControl(design, parent);
-        controls_.emplace(std::string(design.name), widget);
-        layout_.Add(design.name, design.place);
-        if (widget->focusPolicy() != Qt::NoFocus && design.tabIndex >= 0) {
-            tabOrder.emplace_back(design.tabIndex, widget);
-        }
-    }
-    StackDrawnControlsBeneath(client_);
-    std::sort(tabOrder.begin(), tabOrder.end());
-    for (std::size_t i = 1; i < tabOrder.size(); ++i) {
-        setTabOrder(tabOrder[i - 1].second, tabOrder[i].second);
-    }
+    controls_.Build(Form1Design(), client_);
+    for (const ControlDesign& design : Form1Design()) layout_.Add(design.name, design.place);
 
     Boxsaisie_ = qobject_cast<QLineEdit*>(Control("Boxsaisie"));
     Btgo_ = qobject_cast<QPushButton*>(Control("Btgo"));

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <map>
 
+#include "DesignedControl.h"
 #include "GuessGame.h"
 #include "ProportionalLayout.h"
 
@@ -66,7 +67,7 @@ class Form1 : public QMainWindow {
 
     GuessGame& game_;
     ProportionalLayout layout_;
-    std::map<std::string, QWidget*, std::less<>> controls_;
+    DesignedControls controls_;
     QWidget* client_ = nullptr;
     QLineEdit* Boxsaisie_ = nullptr;
     QPushButton* Btgo_ = nullptr;

@@ -3,8 +3,6 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
-#include <algorithm>
-#include <vector>
 
 #include "DesignedControl.h"
 #include "Pictures.h"
@@ -24,26 +22,11 @@ frmTip::frmTip(TipGame& tips, QWidget* parent) : UnloadingDialog(parent), tips_(
     setWindowTitle(FromUtf8(kTipCaption));
     setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
     // A sizable frame with neither a minimise nor a maximise button.
-    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    setWindowFlags(Qt::Window | kWithoutMinMaxButtons);
     resize(kClientSize);
     // The window's own text, in which every caption fits its designed place.
-    QFont font(QStringLiteral("MS Sans Serif"));
-    font.setPointSizeF(8.25);
-    setFont(font);
-
-    std::vector<std::pair<int, QWidget*>> tabOrder;
-    for (const ControlDesign& design : TipDesign()) {
-        QWidget* parentWidget = design.parent.empty() ? this : Control(design.parent);
-        QWidget* widget = CreateControl(design, parentWidget);
-        controls_.emplace(std::string(design.name), widget);
-        if (design.tabIndex >= 0) tabOrder.emplace_back(design.tabIndex, widget);
-    }
-    StackDrawnControlsBeneath(this);
-    std::sort(tabOrder.begin(), tabOrder.end());
-    for (std::size_t i = 1; i < tabOrder.size(); ++i) {
-        setTabOrder(tabOrder[i - 1].second, tabOrder[i].second);
-    }
+    setFont(DialogFont());
+    controls_.Build(TipDesign(), this);
 
     // The bulb, drawn at its own size in the picture box's top-left corner.
     auto* bulb = new QLabel(Control("Picture1"));
@@ -53,7 +36,6 @@ frmTip::frmTip(TipGame& tips, QWidget* parent) : UnloadingDialog(parent), tips_(
     bulb->setGeometry(0, 0, 32, 32);
     bulb->setAccessibleName(QStringLiteral("Ampoule"));
     bulb->lower();
-    Control("Picture1")->setFocusPolicy(Qt::TabFocus);
     Control("Picture1")->setAccessibleName(QStringLiteral("Astuce"));
 
     lblTipText_ = qobject_cast<QLabel*>(Control("lblTipText"));
@@ -69,8 +51,7 @@ frmTip::frmTip(TipGame& tips, QWidget* parent) : UnloadingDialog(parent), tips_(
 }
 
 QWidget* frmTip::Control(std::string_view name) const {
-    const auto found = controls_.find(name);
-    return found == controls_.end() ? nullptr : found->second;
+    return controls_.Find(name);
 }
 
 bool frmTip::Form_Load(bool asked) {

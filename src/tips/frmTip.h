@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "DesignedControl.h"
 #include "TipGame.h"
 #include "UnloadingDialog.h"
 
@@ -37,7 +38,7 @@ class frmTip : public UnloadingDialog {
     void chkLoadTipsAtStartup_Click(bool ticked);
 
     TipGame& tips_;
-    std::map<std::string, QWidget*, std::less<>> controls_;
+    DesignedControls controls_;
     QLabel* lblTipText_ = nullptr;
     QCheckBox* chkLoadTipsAtStartup_ = nullptr;
     bool centredWithFrame_ = false;
