@@ -39,6 +39,8 @@ frmAbout::frmAbout(MachineRegistry& registry, Shell& shell, QWidget* parent)
     logo->setPixmap(
         SvgPixmap(QStringLiteral(":/icons/logo.svg"), QSize(42, 113), devicePixelRatioF()));
     logo->setAccessibleName(QStringLiteral("Logo de Mirvalde"));
+    Control("Line1(0)")->setAccessibleName(QStringLiteral("Séparateur"));
+    Control("Line1(1)")->setAccessibleName(QStringLiteral("Séparateur"));
 
     auto* ok = qobject_cast<QPushButton*>(Control("cmdOK"));
     ok->setDefault(true);

@@ -111,6 +111,9 @@ void frmTavrines::CreateControls() {
         Control(StatCouleurName(i))
             ->setAccessibleDescription(QStringLiteral("Nombre de carrés %1").arg(kCouleurs[i]));
     }
+    Control("Shape2")->setAccessibleName(QStringLiteral("Cadre des scores"));
+    Control("shpSeparation(0)")->setAccessibleName(QStringLiteral("Séparateur"));
+    Control("shpSeparation(1)")->setAccessibleName(QStringLiteral("Séparateur"));
     Control("lblScore")->setAccessibleDescription(QStringLiteral("Score"));
     Control("lblMeilleur")->setAccessibleDescription(QStringLiteral("Meilleur score"));
     Control("lblNom")->setAccessibleDescription(QStringLiteral("Nom du meilleur joueur"));
