@@ -15,8 +15,7 @@
 namespace mirvalde {
 namespace {
 
-constexpr QSize kClientSize(static_cast<int>(kAboutClientWidth / kTwipsPerPixel),
-                            static_cast<int>(kAboutClientHeight / kTwipsPerPixel));
+constexpr QSize kClientSize = PixelSize(kAboutClientWidth, kAboutClientHeight);
 
 QCursor LetterCursor() {
     const QPixmap letter = SvgPixmap(QStringLiteral(":/icons/lettre.svg"), QSize(32, 32), 1.0);

@@ -16,8 +16,7 @@
 namespace mirvalde {
 namespace {
 
-constexpr QSize kClientSize(static_cast<int>(kTavrinesClientWidth / kTwipsPerPixel),
-                            static_cast<int>(kTavrinesClientHeight / kTwipsPerPixel));
+constexpr QSize kClientSize = PixelSize(kTavrinesClientWidth, kTavrinesClientHeight);
 
 constexpr const char* kSpeedCaptions[] = {"&1 Très lent", "&2 Lent", "&3 Normal", "&4 Rapide",
                                           "&5 Très rapide"};
@@ -46,7 +45,7 @@ int VirtualKeyCode(int qtKey) {
 frmTavrines::frmTavrines(TavrinesGame& game, QWidget* parent) : QMainWindow(parent), game_(game) {
     setObjectName(QStringLiteral("frmTavrines"));
     setWindowTitle(FromUtf8(kTavrinesCaption));
-    setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
+    setWindowIcon(GameIcon());
     setAttribute(Qt::WA_DeleteOnClose);
     // A fixed border with neither a minimise nor a maximise button.
     setWindowFlags(Qt::Window | kWithoutMinMaxButtons);
@@ -129,10 +128,7 @@ void frmTavrines::Form_Load() {
 
 void frmTavrines::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    if (!centredWithFrame_) {
-        centredWithFrame_ = true;
-        CentreOnceFramed(this);
-    }
+    CentreOnFirstShow(this);
 }
 
 void frmTavrines::ShowControls() {

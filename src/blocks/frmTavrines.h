@@ -65,7 +65,6 @@ class frmTavrines : public QMainWindow {
     QTimer tmrCase_;
     int timerInterval_ = 0;
     unsigned timerStarts_ = 0;
-    bool centredWithFrame_ = false;
 };
 
 // The code a key bears for the game (37 to 40 for the arrows, 32 for the space bar, 81 for

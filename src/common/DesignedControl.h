@@ -23,6 +23,12 @@ QString FromUtf8(std::string_view text);
 // 0x00BBGGRR as the window system writes colours.
 QColor ColourOf(std::uint32_t bgr);
 
+// A window's client size in logical pixels, from its design in twips.
+constexpr QSize PixelSize(double widthTwips, double heightTwips) {
+    return {static_cast<int>(widthTwips / kTwipsPerPixel),
+            static_cast<int>(heightTwips / kTwipsPerPixel)};
+}
+
 // Rounds each value on its own, as the window system places a control given in twips.
 QRect ToPixels(const TwipRect& place);
 

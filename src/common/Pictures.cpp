@@ -32,4 +32,8 @@ QIcon SvgIcon(const QString& resource) {
     return icon;
 }
 
+QIcon GameIcon() {
+    return SvgIcon(QStringLiteral(":/icons/mirvalde.svg"));
+}
+
 }  // namespace mirvalde

@@ -15,4 +15,7 @@ QPixmap SvgPixmap(const QString& resource, QSize logicalSize, qreal devicePixelR
 // An icon drawn afresh at each size a desktop asks for.
 QIcon SvgIcon(const QString& resource);
 
+// The game's own icon, which every window of the game shows.
+QIcon GameIcon();
+
 }  // namespace mirvalde

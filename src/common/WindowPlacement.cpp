@@ -2,6 +2,7 @@
 
 #include <QScreen>
 #include <QTimer>
+#include <QVariant>
 #include <QWidget>
 #include <cmath>
 
@@ -14,6 +15,13 @@ void CentreOnScreen(QWidget* window) {
     const QSize frame = window->frameGeometry().size();
     window->move(area.x() + static_cast<int>(std::lround((area.width() - frame.width()) / 2.0)),
                  area.y() + static_cast<int>(std::lround((area.height() - frame.height()) / 2.0)));
+}
+
+void CentreOnFirstShow(QWidget* window) {
+    constexpr const char* kCentred = "mirvalde.centredWithFrame";
+    if (window->property(kCentred).toBool()) return;
+    window->setProperty(kCentred, true);
+    CentreOnceFramed(window);
 }
 
 void CentreOnceFramed(QWidget* window, int tries) {

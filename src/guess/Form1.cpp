@@ -36,15 +36,14 @@ QFont WindowFont() {
     return font;
 }
 
-constexpr QSize kClientSize(static_cast<int>(kForm1ClientWidth / kTwipsPerPixel),
-                            static_cast<int>(kForm1ClientHeight / kTwipsPerPixel));
+constexpr QSize kClientSize = PixelSize(kForm1ClientWidth, kForm1ClientHeight);
 
 }  // namespace
 
 Form1::Form1(GuessGame& game, QWidget* parent) : QMainWindow(parent), game_(game) {
     setObjectName(QStringLiteral("Form1"));
     setWindowTitle(FromUtf8(kForm1Caption));
-    setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
+    setWindowIcon(GameIcon());
     setAttribute(Qt::WA_DeleteOnClose);
     CreateMenus();
     CreateControls();
@@ -151,10 +150,7 @@ void Form1::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     GiveFocusToBox();
     // Once per load: a window restored or shown again stays where the player put it.
-    if (!centredWithFrame_) {
-        centredWithFrame_ = true;
-        CentreOnceFramed(this);
-    }
+    CentreOnFirstShow(this);
 }
 
 void Form1::HandOver() {

@@ -80,7 +80,6 @@ class Form1 : public QMainWindow {
     QLabel* Label3_[2] = {nullptr, nullptr};
     QButtonGroup* Option1_ = nullptr;
     QSize designSize_;
-    bool centredWithFrame_ = false;
     int sizesUndone_ = 0;
 };
 

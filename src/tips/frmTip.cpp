@@ -12,15 +12,14 @@
 namespace mirvalde {
 namespace {
 
-constexpr QSize kClientSize(static_cast<int>(kTipClientWidth / kTwipsPerPixel),
-                            static_cast<int>(kTipClientHeight / kTwipsPerPixel));
+constexpr QSize kClientSize = PixelSize(kTipClientWidth, kTipClientHeight);
 
 }  // namespace
 
 frmTip::frmTip(TipGame& tips, QWidget* parent) : UnloadingDialog(parent), tips_(tips) {
     setObjectName(QStringLiteral("frmTip"));
     setWindowTitle(FromUtf8(kTipCaption));
-    setWindowIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
+    setWindowIcon(GameIcon());
     // A sizable frame with neither a minimise nor a maximise button.
     setWindowFlags(Qt::Window | kWithoutMinMaxButtons);
     resize(kClientSize);
@@ -63,10 +62,7 @@ bool frmTip::Form_Load(bool asked) {
 
 void frmTip::showEvent(QShowEvent* event) {
     UnloadingDialog::showEvent(event);
-    if (!centredWithFrame_) {
-        centredWithFrame_ = true;
-        CentreOnceFramed(this);
-    }
+    CentreOnFirstShow(this);
 }
 
 void frmTip::ShowControls() {

@@ -41,7 +41,6 @@ class frmTip : public UnloadingDialog {
     DesignedControls controls_;
     QLabel* lblTipText_ = nullptr;
     QCheckBox* chkLoadTipsAtStartup_ = nullptr;
-    bool centredWithFrame_ = false;
 };
 
 }  // namespace mirvalde
