@@ -184,14 +184,14 @@ TEST(Module1Test, TenNumbersFoundHandOverToTheBlocksGameAndItsEndHandsBack) {
     QTimer answer;
     answer.callOnTimeout([&] {
         if (auto* box = qobject_cast<QInputDialog*>(QApplication::activeModalWidget())) {
-            asked = box->textValue();
+            asked = box->windowTitle() + u'|' + box->labelText() + u'|' + box->textValue();
             box->setTextValue(QStringLiteral("  Léa  "));
             box->accept();
         }
     });
     answer.start(10);
     ASSERT_TRUE(QTest::qWaitFor([&] { return module.MainWindow() != nullptr; }, 3000));
-    EXPECT_EQ(asked, "Zoé");
+    EXPECT_EQ(asked, "HIGH SCORE|Bravo! vous avez le meilleur score, votre nom : |Zoé");
     stored.sync();
     EXPECT_EQ(stored.value("Meilleur Score/Nom").toString(), "Léa");
     EXPECT_EQ(stored.value("Meilleur Score/Score").toString(), "0");

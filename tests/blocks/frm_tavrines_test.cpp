@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
-#include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QSignalSpy>
 #include <QTest>
 
 #include "DesignedControl.h"
@@ -175,38 +173,6 @@ TEST_F(FrmTavrinesTest, TheGameWaitsForNouveauThenTheKeysMoveTheTrioOnScreen) {
     EXPECT_TRUE(game.Module().Perdu);
     Key(Qt::Key_Right);
     EXPECT_EQ(game.Module().XPos, 1);
-}
-
-// The end of a game that beats the best asks the name, stores it and hands back.
-TEST_F(FrmTavrinesTest, ABestScoreAsksTheNameAndTheWindowHandsBack) {
-    settings.Write("Meilleur Score", "Nom", "Zoé");
-    settings.Write("Meilleur Score", "Score", "-1");
-    window->Form_Load();
-    QSignalSpy ended(window.data(), &frmTavrines::gameEnded);
-    Item("mnuSpeed(5)")->trigger();
-    EXPECT_EQ(Caption("lblVitesse"), "Vitesse : 5");
-    Key(Qt::Key_F2);
-    EXPECT_EQ(window->Timer().interval(), 100);
-    Key(Qt::Key_Q);
-
-    QString asked;
-    QTimer answer;
-    answer.callOnTimeout([&] {
-        auto* box = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
-        if (!box) return;
-        asked = box->windowTitle() + u'|' + box->labelText() + u'|' + box->textValue();
-        box->setTextValue(QStringLiteral("  Léa  "));
-        box->accept();
-    });
-    answer.start(10);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return ended.count() == 1; }, 2000));
-    EXPECT_EQ(asked, "HIGH SCORE|Bravo! vous avez le meilleur score, votre nom : |Zoé");
-    EXPECT_EQ(settings.Read("Meilleur Score", "Nom", ""), "Léa");
-    EXPECT_EQ(settings.Read("Meilleur Score", "Score", ""), "0");
-    EXPECT_EQ(Caption("lblNom"), "Léa");
-    EXPECT_FALSE(window->Timer().isActive());
-    EXPECT_TRUE(window->findChild<QMenu*>("mnuVitesse")->isEnabled());
-    for (int r : {1, 9, 18}) EXPECT_EQ(Painted(1, r), COULEUR_VIDE);
 }
 
 // What is painted stays when the window is covered and shown again.
