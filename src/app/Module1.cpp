@@ -1,9 +1,13 @@
 #include "Module1.h"
 
+#include <QTimer>
+
 #include "Files.h"
 
 namespace mirvalde {
 namespace {
+
+constexpr int kSoundLoadDelayMs = 200;
 
 SoundFiles SoundsBesideExecutable() {
     const std::string folder = ExecutableFolder().toStdString();
@@ -13,7 +17,8 @@ SoundFiles SoundsBesideExecutable() {
 }  // namespace
 
 Module1::Module1()
-    : instance_(ExecutableBaseName()),
+    : sound_(ExecutableFolder() + QStringLiteral("/mirvalde_sound")),
+      instance_(ExecutableBaseName()),
       settings_(ExecutableBaseName()),
       game_(random_, clock_, sound_, SoundsBesideExecutable(), UserDecimalSeparator()),
       tavrines_(random_, clock_, settings_),
@@ -35,6 +40,9 @@ bool Module1::Main() {
         if (frmTip* tip = LoadTip(false)) tip->exec();
     }
     form1_->show();
+    // The sounds are wanted at the first proposal at the earliest: their libraries load once
+    // the window is up rather than before it.
+    QTimer::singleShot(kSoundLoadDelayMs, this, [this] { sound_.Load(); });
     return true;
 }
 

@@ -6,8 +6,8 @@
 #include "Clock.h"
 #include "Form1.h"
 #include "GuessGame.h"
+#include "ModuleSound.h"
 #include "QtSettingsStore.h"
-#include "QtSound.h"
 #include "Random.h"
 #include "Shell.h"
 #include "SingleInstance.h"
@@ -55,7 +55,7 @@ class Module1 : public QObject {
 
     MersenneRandom random_;
     SystemClock clock_;
-    QtSound sound_;
+    ModuleSound sound_;
     SingleInstance instance_;
     QtSettingsStore settings_;
     DesktopShell shell_;

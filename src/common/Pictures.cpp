@@ -10,12 +10,11 @@ static void RegisterPictures() {
 
 namespace mirvalde {
 
-QPixmap SvgPixmap(const QString& resource, QSize logicalSize, qreal devicePixelRatio) {
-    static const bool registered = (RegisterPictures(), true);
-    (void)registered;
+namespace {
+
+QPixmap Render(QSvgRenderer& renderer, QSize logicalSize, qreal devicePixelRatio) {
     QPixmap pixmap(logicalSize * devicePixelRatio);
     pixmap.fill(Qt::transparent);
-    QSvgRenderer renderer(resource);
     if (renderer.isValid()) {
         QPainter painter(&pixmap);
         renderer.render(&painter);
@@ -24,16 +23,34 @@ QPixmap SvgPixmap(const QString& resource, QSize logicalSize, qreal devicePixelR
     return pixmap;
 }
 
+const QString& Registered(const QString& resource) {
+    static const bool registered = (RegisterPictures(), true);
+    (void)registered;
+    return resource;
+}
+
+}  // namespace
+
+QPixmap SvgPixmap(const QString& resource, QSize logicalSize, qreal devicePixelRatio) {
+    QSvgRenderer renderer(Registered(resource));
+    return Render(renderer, logicalSize, devicePixelRatio);
+}
+
 QIcon SvgIcon(const QString& resource) {
+    // The picture is read once and drawn at every size a desktop may ask for.
+    QSvgRenderer renderer(Registered(resource));
     QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-        icon.addPixmap(SvgPixmap(resource, QSize(side, side), 1.0));
+    for (const int side : {16, 24, 32, 48, 64}) {
+        icon.addPixmap(Render(renderer, QSize(side, side), 1.0));
     }
     return icon;
 }
 
 QIcon GameIcon() {
-    return SvgIcon(QStringLiteral(":/icons/mirvalde.svg"));
+    // Drawn once for the whole run: every window shows it. Never destroyed, as a pixmap must
+    // not be destroyed after the application object.
+    static const QIcon* const icon = new QIcon(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")));
+    return *icon;
 }
 
 }  // namespace mirvalde
