@@ -3,6 +3,7 @@
 #include "Clock.h"
 #include "Form1.h"
 #include "NumberFormat.h"
+#include "Pictures.h"
 #include "Random.h"
 #include "Sound.h"
 
@@ -52,6 +53,20 @@ void BM_FormatSentenceNumber(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_FormatSentenceNumber);
+
+}  // namespace
+}  // namespace mirvalde
+
+namespace mirvalde {
+namespace {
+
+// The game's icon drawn at every size a desktop asks for, as the first window of a run does.
+void BM_DrawGameIcon(benchmark::State& state) {
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(SvgIcon(QStringLiteral(":/icons/mirvalde.svg")).cacheKey());
+    }
+}
+BENCHMARK(BM_DrawGameIcon)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace mirvalde
