@@ -24,3 +24,5 @@ echo "== plain build"
 build_and_test build -DMIRVALDE_BENCH=ON
 echo "== AddressSanitizer and UndefinedBehaviorSanitizer build"
 build_and_test build-sanitize -DMIRVALDE_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
+echo "== fuzz targets, 20 s each"
+tools/fuzz.sh 20

@@ -93,8 +93,10 @@ std::string FormatWhole(const std::string& digits, std::string_view picture) {
 std::string FormatFraction(const std::string& fraction, std::string_view picture) {
     // A "#" is written up to the last significant digit; a "0" always.
     std::size_t last = fraction.size();  // one past the last digit to write
-    for (std::size_t i = 0; i < picture.size(); ++i) {
-        if (picture[i] == '0') last = std::max(last, i + 1);
+    std::size_t placeholders = 0;        // counted apart from the literals between them
+    for (const char c : picture) {
+        if (IsPlaceholder(c)) ++placeholders;
+        if (c == '0') last = std::max(last, placeholders);
     }
     std::string out;
     std::size_t digit = 0;

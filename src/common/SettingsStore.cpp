@@ -10,7 +10,8 @@ bool ParseWholeNumber(const std::string& text, std::int32_t& out) {
     const auto last = text.find_last_not_of(" \t");
     const char* begin = text.data() + first;
     const char* end = text.data() + last + 1;
-    if (*begin == '+') ++begin;  // from_chars takes a '-' but not a '+'
+    // from_chars takes a '-' but not a '+', and after a '+' must not find another sign.
+    if (*begin == '+' && ++begin != end && *begin == '-') return false;
     std::int32_t value = 0;
     const auto [stop, ec] = std::from_chars(begin, end, value);
     if (ec != std::errc() || stop != end) return false;

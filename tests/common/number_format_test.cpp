@@ -31,6 +31,7 @@ TEST(FormatTest, WritesEveryPictureOfTheGameInBothNotations) {
         {1.004999, "0.00", ',', "1,00"},
         {0.1, "0.#", '.', "0.1"},
         {0.1, "0.#", ',', "0,1"},
+        {5, "0. 0#", ',', "5, 0"},  // a literal among the decimals is no digit
         {52, "### ### ##0", ',', "  52"},
         {0, "### ### ##0", ',', "  0"},
         {1234, "### ### ##0", '.', " 1 234"},

@@ -20,7 +20,7 @@ TEST(ParseWholeNumberTest, AcceptsOnlyWholeNumbersThatFit) {
     EXPECT_EQ(n, 7);
     EXPECT_TRUE(ParseWholeNumber("-3", n));
     EXPECT_EQ(n, -3);
-    for (const char* bad : {"", " ", "abc", "12abc", "1.5", "99999999999", "1 2", "--1"}) {
+    for (const char* bad : {"", " ", "abc", "12abc", "1.5", "99999999999", "1 2", "--1", "+-1"}) {
         EXPECT_FALSE(ParseWholeNumber(bad, n)) << '"' << bad << '"';
     }
 }
