@@ -1,10 +1,32 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <cstdio>
+#include <cstdlib>
 
 #include "AppInfo.h"
 #include "Look.h"
 #include "Module1.h"
+
+namespace {
+
+QtMessageHandler qtHandler = nullptr;
+
+// Without a display to open its windows on, Qt gives up inside the application's constructor
+// and aborts. The player is told why instead, and the program ends as a failed command does.
+void ExitWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type != QtFatalMsg) {
+        qtHandler(type, context, text);
+        return;
+    }
+    std::fputs(
+        "Mirvalde : aucun écran n'est disponible pour ouvrir la fenêtre du jeu. Lancez-le "
+        "depuis une session graphique (variable DISPLAY ou WAYLAND_DISPLAY).\n",
+        stderr);
+    std::_Exit(1);
+}
+
+}  // namespace
 
 int main(int argc, char* argv[]) {
     // The blink of removed squares repaints the well several times inside one handler. On X,
@@ -18,7 +40,9 @@ int main(int argc, char* argv[]) {
         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
         qputenv("QT_QPA_PLATFORM", "xcb;wayland");
     }
+    qtHandler = qInstallMessageHandler(ExitWithoutDisplay);
     QApplication app(argc, argv);
+    qInstallMessageHandler(qtHandler);
     QApplication::setApplicationName(
         QString::fromUtf8(mirvalde::kAppTitle.data(), mirvalde::kAppTitle.size()));
     QApplication::setApplicationVersion(QStringLiteral("%1.%2.%3")

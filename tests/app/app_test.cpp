@@ -30,12 +30,13 @@ namespace {
 // The real game, started as a player starts it, in a runtime folder of its own.
 class GameProcessTest : public ::testing::Test {
   protected:
-    QProcess* Start() {
+    QProcess* Start(const std::function<void(QProcessEnvironment&)>& change = {}) {
         auto* game = new QProcess;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert("QT_QPA_PLATFORM", "offscreen");
         env.insert("XDG_RUNTIME_DIR", runtime.path());
         env.insert("XDG_CONFIG_HOME", runtime.path());
+        if (change) change(env);
         game->setProcessEnvironment(env);
         game->start(QStringLiteral(MIRVALDE_GAME_DIR "/mirvalde"), {});
         game->waitForStarted();
@@ -82,6 +83,24 @@ TEST_F(GameProcessTest, TheLockOfAKilledCopyIsTakenOver) {
     };
     EXPECT_TRUE(QTest::qWaitFor([&] { return holder() == next->processId(); }, 10000));
     EXPECT_EQ(next->state(), QProcess::Running);
+}
+
+// Started outside any desktop, or with a display that does not answer, the game says so.
+TEST_F(GameProcessTest, WithoutADisplayItSaysSoInFrenchAndEndsAsAFailure) {
+    for (const QString display : {"", ":4242"}) {
+        QProcess* game = Start([&display](QProcessEnvironment& env) {
+            for (const char* name : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY"}) {
+                env.remove(name);
+            }
+            if (!display.isEmpty()) env.insert("DISPLAY", display);
+        });
+        ASSERT_TRUE(game->waitForFinished(10000)) << display.toStdString();
+        EXPECT_EQ(game->exitStatus(), QProcess::NormalExit) << display.toStdString();
+        EXPECT_EQ(game->exitCode(), 1) << display.toStdString();
+        EXPECT_TRUE(QString::fromUtf8(game->readAllStandardError())
+                        .contains("Mirvalde : aucun écran n'est disponible pour ouvrir la fenêtre"))
+            << display.toStdString();
+    }
 }
 
 // The settings of the program under test, as the game stores them.

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
+#include <unistd.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+
 #include <csignal>
+#include <functional>
 
 #include "QtSettingsStore.h"
 
@@ -76,37 +79,57 @@ TEST_F(QtSettingsStoreTest, NamesWithAnyCharactersComeBackUnchanged) {
     }
 }
 
-#ifdef RLIMIT_FSIZE
-// A full disk refuses the new file: the store says so, and the best stored before is whole.
-TEST_F(QtSettingsStoreTest, AFullDiskLeavesTheStoredValuesWhole) {
-    ASSERT_TRUE(QtSettingsStore(kName).Write("Meilleur Score", "Nom", "Éloïse"));
-    ASSERT_TRUE(QtSettingsStore(kName).Write("Meilleur Score", "Score", "120"));
-    QFile file(QtSettingsStore(kName).FileName());
+// A best score stored, then a new one that the store cannot write: the store says so, the file
+// is unchanged, and what the game reads next is the best stored before.
+void ExpectARefusedWriteKeepsTheStoredBest(const QString& name,
+                                           const std::function<bool()>& writeRefused) {
+    ASSERT_TRUE(QtSettingsStore(name).Write("Meilleur Score", "Nom", "Éloïse"));
+    ASSERT_TRUE(QtSettingsStore(name).Write("Meilleur Score", "Score", "120"));
+    QFile file(QtSettingsStore(name).FileName());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray before = file.readAll();
     file.close();
 
-    // Files may not grow past a few bytes, which even root cannot get round.
-    rlimit old{};
-    getrlimit(RLIMIT_FSIZE, &old);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit tiny = old;
-    tiny.rlim_cur = 8;
-    setrlimit(RLIMIT_FSIZE, &tiny);
-    const bool written = QtSettingsStore(kName).Write("Meilleur Score", "Nom", "Quelqu'un d'autre");
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, oldHandler);
-
-    EXPECT_FALSE(written);
+    EXPECT_TRUE(writeRefused());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), before);
     file.close();
-    // What the game reads next is what the file holds, not the value it could not write.
-    EXPECT_EQ(QtSettingsStore(kName).Read("Meilleur Score", "Nom", ""), "Éloïse");
+    EXPECT_EQ(QtSettingsStore(name).Read("Meilleur Score", "Nom", ""), "Éloïse");
+    EXPECT_EQ(QtSettingsStore(name).ReadNumber("Meilleur Score", "Score", 0), 120);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), before);
 }
+
+#ifdef RLIMIT_FSIZE
+TEST_F(QtSettingsStoreTest, AFullDiskLeavesTheStoredBestWhole) {
+    ExpectARefusedWriteKeepsTheStoredBest(kName, [this] {
+        // Files may not grow past a few bytes, which even root cannot get round.
+        rlimit old{};
+        getrlimit(RLIMIT_FSIZE, &old);
+        const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit tiny = old;
+        tiny.rlim_cur = 8;
+        setrlimit(RLIMIT_FSIZE, &tiny);
+        const bool written = QtSettingsStore(kName).Write("Meilleur Score", "Score", "999");
+        setrlimit(RLIMIT_FSIZE, &old);
+        std::signal(SIGXFSZ, oldHandler);
+        return !written;
+    });
+}
 #endif
+
+// Root writes anywhere: CTest runs this test again as an ordinary user.
+TEST_F(QtSettingsStoreTest, AReadOnlyFolderLeavesTheStoredBestWhole) {
+    if (geteuid() == 0) GTEST_SKIP() << "root writes in read-only folders";
+    const QString folder = QFileInfo(QtSettingsStore(kName).FileName()).absolutePath();
+    ExpectARefusedWriteKeepsTheStoredBest(kName, [&] {
+        const auto mode = QFile::permissions(folder);
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
+        const bool written = QtSettingsStore(kName).Write("Meilleur Score", "Score", "999");
+        QFile::setPermissions(folder, mode);
+        return !written;
+    });
+}
 
 }  // namespace
 }  // namespace mirvalde
