@@ -103,8 +103,10 @@ def main():
     att = blocks["BM_Attendre"]
     real, cpu = seconds(att)
     within = att["within_20_22ms"]
+    sleep = blocks["BM_SleepToTheMiddleOfThePause"]["within_20_22ms"]
     row("Attendre, 1,000 waits", f"{real * 1e3:.2f} ms each, {within * 100:.1f} % in (20, 22] ms,"
-        f" {cpu / real * 100:.2f} % of a core", "20 ms", "—", "99 % in (20, 22] ms, < 1 % CPU",
+        f" {cpu / real * 100:.2f} % of a core", f"a sleep to 20.5 ms: {sleep * 100:.1f} % in"
+        " (20, 22] ms", "—", "99 % in (20, 22] ms, < 1 % CPU",
         within >= 0.99 and cpu / real < 0.01)
     real, _ = seconds(blocks["BM_LineSearchPassOnAFullWell"])
     row("line search, one pass on a full well", f"{real * 1e9:.0f} ns", "—", "—", "< 1 µs",

@@ -203,15 +203,19 @@ void TavrinesGame::Attendre() const {
     const std::uint32_t t0 = clock_.TickCount();
     // Counted without sign, the elapsed time survives the wrap of the tick count. A count that
     // stops or jumps back cannot hold the game: the time slept bounds the wait too.
-    // The thread sleeps until the deadline in one go: waking every millisecond to look at the
-    // clock would cost twenty times the processor time.
+    // The thread sleeps to the first tick that ends the wait, in one go: waking every
+    // millisecond to look at the clock would cost twenty times the processor time.
     std::uint32_t slept = 0;
     while (true) {
         const std::uint32_t elapsed = clock_.TickCount() - t0;
         const bool wrapped = elapsed >= 0x80000000u;
         if ((elapsed > kAttente && !wrapped) || slept > kAttente) return;
         const std::uint32_t pause = wrapped ? kAttente + 1 - slept : kAttente + 1 - elapsed;
-        clock_.Sleep(pause);
+        if (wrapped) {
+            clock_.Sleep(pause);
+        } else {
+            clock_.SleepUntilTick(t0 + kAttente + 1);
+        }
         slept += pause;
     }
 }
