@@ -10,7 +10,9 @@ cd "$(dirname "$0")/.."
 if [ "${1:-}" != --inside ]; then
     cmake -S . -B build -G Ninja -DMIRVALDE_BENCH=ON >/dev/null
     cmake --build build >/dev/null
-    exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" --inside
+    # A desktop session has its message bus; without one, every Qt program would start a bus
+    # of its own while it starts up.
+    exec dbus-run-session -- xvfb-run -a -s "-screen 0 1280x1024x24" "$0" --inside
 fi
 
 openbox >/dev/null 2>&1 &
