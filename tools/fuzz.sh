@@ -3,11 +3,12 @@
 # in build-fuzz, and runs each one for the given seconds (20 by default) from a copy of its seed
 # corpus in fuzz/corpus, which never grows here. Exits non-zero when a target finds a fault; the
 # input that shows it is kept in build-fuzz/fuzz-artifacts and the log in build-fuzz/fuzz-logs.
+# MIRVALDE_FUZZ_TARGETS="tips settings" runs only those.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
 secs=${1:-20}
-targets=(number tips registry settings)
+targets=(${MIRVALDE_FUZZ_TARGETS:-number tips registry settings})
 
 export CC=clang CXX=clang++
 cmake -S . -B build-fuzz -G Ninja -DMIRVALDE_FUZZ=ON -DBUILD_TESTING=OFF > /dev/null

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSettings>
+#include <memory>
 
 #include "SettingsStore.h"
 
@@ -17,10 +18,11 @@ class QtSettingsStore final : public SettingsStore {
     bool Write(const std::string& section, const std::string& key,
                const std::string& value) override;
 
-    QString FileName() const { return settings_.fileName(); }
+    QString FileName() const { return settings_->fileName(); }
 
   private:
-    mutable QSettings settings_;
+    QString name_;
+    mutable std::unique_ptr<QSettings> settings_;
 };
 
 }  // namespace mirvalde

@@ -68,6 +68,23 @@ TEST_F(QtSettingsStoreTest, AHandEditedValueThatIsNoNumberFallsBackToTheDefault)
     EXPECT_EQ(store.Read("Meilleur Score", "Score", "10"), "beaucoup");
 }
 
+// A settings file of garbage: the game reads its defaults, and the next best is stored whole.
+TEST_F(QtSettingsStoreTest, AFileOfGarbageGivesTheDefaultsAndTakesTheNextBest) {
+    {
+        QFile file(QtSettingsStore(kName).FileName());
+        QDir().mkpath(QFileInfo(file).path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("\x00\xff[[=\n\x7f=@Variant(\x01)\r\n[Meilleur Score\n", 33));
+    }
+    QtSettingsStore store(kName);
+    EXPECT_EQ(store.Read("Meilleur Score", "Nom", "Anonyme"), "Anonyme");
+    EXPECT_EQ(store.ReadNumber("Meilleur Score", "Score", 10), 10);
+    EXPECT_TRUE(store.Write("Meilleur Score", "Nom", "Éloïse"));
+    EXPECT_TRUE(store.Write("Meilleur Score", "Score", "120"));
+    EXPECT_EQ(QtSettingsStore(kName).Read("Meilleur Score", "Nom", "Anonyme"), "Éloïse");
+    EXPECT_EQ(QtSettingsStore(kName).ReadNumber("Meilleur Score", "Score", 10), 120);
+}
+
 // A best player's name is whatever the player typed: it must come back to the letter.
 TEST_F(QtSettingsStoreTest, NamesWithAnyCharactersComeBackUnchanged) {
     const std::string names[] = {
