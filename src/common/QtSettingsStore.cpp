@@ -33,23 +33,21 @@ std::string QtSettingsStore::Read(const std::string& section, const std::string&
 bool QtSettingsStore::Write(const std::string& section, const std::string& key,
                             const std::string& value) {
     const QString path = Path(section, key);
+    const QString text = QString::fromStdString(value);
     const QVariant before = settings_->value(path);
-    settings_->setValue(path, QString::fromStdString(value));
+    settings_->setValue(path, text);
     settings_->sync();
-    if (settings_->status() == QSettings::FormatError) {
-        // The file was not settings at all, garbage or edited past reading, and Qt keeps saying
-        // so after writing it again whole, with the new value and what could be read of the
-        // rest. Opened afresh, it tells whether that write went through.
-        settings_ = Open(name_);
-    }
     if (settings_->status() == QSettings::NoError) return true;
-    // Not written: the value is put back, so that what is read next is what the file holds.
-    if (before.isValid()) {
-        settings_->setValue(path, before);
-    } else {
-        settings_->remove(path);
-    }
-    return false;
+    // Qt's status keeps every error met since the file was opened, in reading it too: a file of
+    // garbage, or one that could not be read, is written again whole all the same. Opened
+    // afresh, the file tells whether this value reached it.
+    std::unique_ptr<QSettings> now = Open(name_);
+    const bool written = now->status() == QSettings::NoError && now->value(path).toString() == text;
+    // Not written: the value is put back, so that nothing writes it behind the player's back.
+    if (!written && before.isValid()) settings_->setValue(path, before);
+    if (!written && !before.isValid()) settings_->remove(path);
+    settings_ = std::move(now);
+    return written;
 }
 
 }  // namespace mirvalde
