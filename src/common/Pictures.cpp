@@ -40,7 +40,7 @@ QIcon SvgIcon(const QString& resource) {
     // The picture is read once and drawn at every size a desktop may ask for.
     QSvgRenderer renderer(Registered(resource));
     QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64}) {
+    for (const int side : {16, 24, 32, 48, 64, 128}) {
         icon.addPixmap(Render(renderer, QSize(side, side), 1.0));
     }
     return icon;
