@@ -135,17 +135,22 @@ TEST_F(QtSettingsStoreTest, AFullDiskLeavesTheStoredBestWhole) {
 }
 #endif
 
-// Root writes anywhere: CTest runs this test again as an ordinary user.
-TEST_F(QtSettingsStoreTest, AReadOnlyFolderLeavesTheStoredBestWhole) {
-    if (geteuid() == 0) GTEST_SKIP() << "root writes in read-only folders";
-    const QString folder = QFileInfo(QtSettingsStore(kName).FileName()).absolutePath();
-    ExpectARefusedWriteKeepsTheStoredBest(kName, [&] {
-        const auto mode = QFile::permissions(folder);
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
-        const bool written = QtSettingsStore(kName).Write("Meilleur Score", "Score", "999");
-        QFile::setPermissions(folder, mode);
-        return !written;
-    });
+// A read-only folder, or a file that cannot be read (left by another user, say), which a
+// write would replace with none of what it holds. Root reads and writes anywhere: CTest runs
+// this test again as an ordinary user.
+TEST_F(QtSettingsStoreTest, AReadOnlyFolderOrAnUnreadableFileKeepsTheStoredBestWhole) {
+    if (geteuid() == 0) GTEST_SKIP() << "root reads and writes anywhere";
+    const QString file = QtSettingsStore(kName).FileName();
+    for (const QString& locked : {QFileInfo(file).absolutePath(), file}) {
+        ExpectARefusedWriteKeepsTheStoredBest(kName, [&] {
+            const auto mode = QFile::permissions(locked);
+            QFile::setPermissions(
+                locked, locked == file ? QFile::Permissions() : QFile::ReadOwner | QFile::ExeOwner);
+            const bool written = QtSettingsStore(kName).Write("Meilleur Score", "Score", "999");
+            QFile::setPermissions(locked, mode);
+            return !written;
+        });
+    }
 }
 
 }  // namespace
