@@ -5,7 +5,11 @@
 
 // The pictures live in a static library: their resource is registered by hand, once.
 static void RegisterPictures() {
-    Q_INIT_RESOURCE(icons);
+    static const bool registered = [] {
+        Q_INIT_RESOURCE(icons);
+        return true;
+    }();
+    (void)registered;
 }
 
 namespace mirvalde {
@@ -23,22 +27,18 @@ QPixmap Render(QSvgRenderer& renderer, QSize logicalSize, qreal devicePixelRatio
     return pixmap;
 }
 
-const QString& Registered(const QString& resource) {
-    static const bool registered = (RegisterPictures(), true);
-    (void)registered;
-    return resource;
-}
-
 }  // namespace
 
 QPixmap SvgPixmap(const QString& resource, QSize logicalSize, qreal devicePixelRatio) {
-    QSvgRenderer renderer(Registered(resource));
+    RegisterPictures();
+    QSvgRenderer renderer(resource);
     return Render(renderer, logicalSize, devicePixelRatio);
 }
 
 QIcon SvgIcon(const QString& resource) {
     // The picture is read once and drawn at every size a desktop may ask for.
-    QSvgRenderer renderer(Registered(resource));
+    RegisterPictures();
+    QSvgRenderer renderer(resource);
     QIcon icon;
     for (const int side : {16, 24, 32, 48, 64, 128}) {
         icon.addPixmap(Render(renderer, QSize(side, side), 1.0));
