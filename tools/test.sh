@@ -24,5 +24,7 @@ echo "== plain build"
 build_and_test build -DMIRVALDE_BENCH=ON
 echo "== AddressSanitizer and UndefinedBehaviorSanitizer build"
 build_and_test build-sanitize -DMIRVALDE_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
+echo "== the rules built for Windows with mingw-w64, under wine64"
+tools/windows/test-rules.sh
 echo "== fuzz targets, 20 s each"
 tools/fuzz.sh 20

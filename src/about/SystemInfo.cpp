@@ -1,9 +1,9 @@
 #include "SystemInfo.h"
 
 #include <array>
-#include <filesystem>
 
 #include "AppInfo.h"
+#include "FileListing.h"
 #include "NumberFormat.h"
 
 namespace mirvalde {
@@ -79,8 +79,7 @@ bool StartSysInfo(MachineRegistry& registry, Shell& shell) {
                              "SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO", path)) {
                 return false;
             }
-            std::error_code error;
-            if (!std::filesystem::is_regular_file(path + kToolName, error)) return false;
+            if (!ListedFileExists(path + kToolName)) return false;
             path += kToolName;
         }
         return shell.StartDetached(path);

@@ -1,5 +1,6 @@
 #include "Module1.h"
 
+#include <QDir>
 #include <QTimer>
 
 #include "Files.h"
@@ -7,22 +8,29 @@
 namespace mirvalde {
 namespace {
 
+#ifndef _WIN32
 constexpr int kSoundLoadDelayMs = 200;
+#endif
 
 SoundFiles SoundsBesideExecutable() {
-    const std::string folder = ExecutableFolder().toStdString();
-    return {folder + "/gagner.wav", folder + "/perdu.wav"};
+    const QString folder = ExecutableFolder();
+    return {QDir::toNativeSeparators(folder + QStringLiteral("/gagner.wav")).toStdString(),
+            QDir::toNativeSeparators(folder + QStringLiteral("/perdu.wav")).toStdString()};
 }
 
 }  // namespace
 
 Module1::Module1()
-    : sound_(ExecutableFolder() + QStringLiteral("/mirvalde_sound")),
+    :
+#ifndef _WIN32
+      sound_(ExecutableFolder() + QStringLiteral("/mirvalde_sound")),
+#endif
       instance_(ExecutableBaseName()),
       settings_(ExecutableBaseName()),
       game_(random_, clock_, sound_, SoundsBesideExecutable(), UserDecimalSeparator()),
       tavrines_(random_, clock_, settings_),
-      tips_(settings_, ExecutableFolder().toStdString()) {}
+      tips_(settings_, ExecutableFolder().toStdString()) {
+}
 
 Module1::~Module1() {
     delete frmAbout_;
@@ -40,9 +48,11 @@ bool Module1::Main() {
         if (frmTip* tip = LoadTip(false)) tip->exec();
     }
     form1_->show();
+#ifndef _WIN32
     // The sounds are wanted at the first proposal at the earliest: their libraries load once
     // the window is up rather than before it.
     QTimer::singleShot(kSoundLoadDelayMs, this, [this] { sound_.Load(); });
+#endif
     return true;
 }
 

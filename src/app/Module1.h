@@ -6,7 +6,11 @@
 #include "Clock.h"
 #include "Form1.h"
 #include "GuessGame.h"
+#ifdef _WIN32
+#include "WinmmSound.h"
+#else
 #include "ModuleSound.h"
+#endif
 #include "QtSettingsStore.h"
 #include "Random.h"
 #include "Shell.h"
@@ -55,7 +59,11 @@ class Module1 : public QObject {
 
     MersenneRandom random_;
     SystemClock clock_;
+#ifdef _WIN32
+    WinmmSound sound_;
+#else
     ModuleSound sound_;
+#endif
     SingleInstance instance_;
     QtSettingsStore settings_;
     DesktopShell shell_;

@@ -1,9 +1,39 @@
 #include "SingleInstance.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <QDir>
 #include <QStandardPaths>
+#endif
 
 namespace mirvalde {
+
+#ifdef _WIN32
+
+SingleInstance::SingleInstance(const QString& name) : name_(name) {}
+
+SingleInstance::~SingleInstance() {
+    if (mutex_) CloseHandle(mutex_);
+}
+
+bool SingleInstance::AnotherCopyRunning() {
+    if (held_) return false;
+    const QString object = QStringLiteral("Local\\") + name_;
+    mutex_ = CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(object.utf16()));
+    // Without a mutex at all, nothing tells of another copy: the player is let in.
+    if (!mutex_) return false;
+    if (GetLastError() == ERROR_ALREADY_EXISTS) {
+        CloseHandle(mutex_);
+        mutex_ = nullptr;
+        return true;
+    }
+    held_ = true;
+    return false;
+}
+
+#else
+
 namespace {
 
 QString LockPath(const QString& name) {
@@ -18,11 +48,15 @@ SingleInstance::SingleInstance(const QString& name) : lock_(LockPath(name)) {
     lock_.setStaleLockTime(0);  // only the holder's death frees the lock, not its age
 }
 
+SingleInstance::~SingleInstance() = default;
+
 bool SingleInstance::AnotherCopyRunning() {
     if (!held_) held_ = lock_.tryLock(0);
     // A folder we cannot write to, or a full disk, must not keep the player out of the game:
     // only a living holder of the lock is another copy.
     return !held_ && lock_.error() == QLockFile::LockFailedError;
 }
+
+#endif
 
 }  // namespace mirvalde

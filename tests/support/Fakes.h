@@ -6,6 +6,7 @@
 
 #include "Clock.h"
 #include "Random.h"
+#include "Shell.h"
 #include "Sound.h"
 
 namespace mirvalde::testing {
@@ -49,6 +50,22 @@ class RecordingSound final : public Sound {
   public:
     void Play(const std::string& path) override { played.push_back(path); }
     std::vector<std::string> played;
+};
+
+// Records what the game asks of the desktop; starts a program or not, as the test says.
+class RecordingShell final : public Shell {
+  public:
+    bool StartDetached(const std::string& commandLine) override {
+        started.push_back(commandLine);
+        return starts;
+    }
+    bool Open(const std::string& address) override {
+        opened.push_back(address);
+        return true;
+    }
+    std::vector<std::string> started;
+    std::vector<std::string> opened;
+    bool starts = true;
 };
 
 // The largest value a single-precision generator in [0, 1) can give.

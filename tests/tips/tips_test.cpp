@@ -84,14 +84,16 @@ TEST_F(TipsTest, EveryKindOfMissingFileShowsTheSameTextAndKeepsWhatWasRead) {
     Write("A\nB\n");
     ASSERT_TRUE(game->Form_Load(false));
     EXPECT_EQ(game->Controls().lblTipText, "B");  // TipIndex went on from 1
+#ifndef _WIN32  // Windows has no such bits: its unreadable files are denied by their rights
     fs::permissions(File(), fs::perms::none);
     ASSERT_TRUE(game->Form_Load(false));
     EXPECT_EQ(game->Controls().lblTipText, missing);
     EXPECT_EQ(game->Module().TipList.Count(), 2u);  // the tips read before are kept
+    fs::permissions(File(), fs::perms::owner_all);
+#endif
     EXPECT_FALSE(game->LoadTips(""));
 
     // An empty file shows nothing at all.
-    fs::permissions(File(), fs::perms::owner_all);
     Write("");
     ASSERT_TRUE(game->Form_Load(false));
     EXPECT_EQ(game->Controls().lblTipText, "");
