@@ -15,8 +15,8 @@ void UseGameLook() {
     const QStringList sans = {QStringLiteral("Arial"), QStringLiteral("Liberation Sans")};
 #else
     const QStringList sans = {QStringLiteral("Liberation Sans"), QStringLiteral("Arial")};
-    QFont::insertSubstitution(QStringLiteral("Arial"), QStringLiteral("Liberation Sans"));
 #endif
+    QFont::insertSubstitution(QStringLiteral("Arial"), QStringLiteral("Liberation Sans"));
     QFont::insertSubstitutions(QStringLiteral("MS Sans Serif"), sans);
     // A bare system may have no sans font but the one we install, and its fallback for menus
     // and dialogs can be a monospaced one.

@@ -48,9 +48,10 @@ rm -rf "$build"
 start=$(date +%s)
 # Qt keeps the path of its toolchain file: a copy beside it outlives any checkout.
 mkdir -p "$prefix"
-cp "$here/../../cmake/mingw-w64-$triplet.cmake" "$prefix/mingw-w64.cmake"
+cp "$here/../../cmake/mingw-w64.cmake" "$prefix/"
+cp "$here/../../cmake/mingw-w64-$triplet.cmake" "$prefix/toolchain.cmake"
 cmake -S "$tree" -B "$build" -G Ninja \
-    -DCMAKE_TOOLCHAIN_FILE="$prefix/mingw-w64.cmake" \
+    -DCMAKE_TOOLCHAIN_FILE="$prefix/toolchain.cmake" \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
     -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON -DCMAKE_INSTALL_PREFIX="$prefix" \
     -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DQT_BUILD_BENCHMARKS=OFF \

@@ -1,13 +1,20 @@
 #!/usr/bin/env bash
-# Builds the game for Windows x64 with mingw-w64 and packs it as
-# build-windows/mirvalde-5.0.0-windows-x64.zip: unzipped into any folder, it runs with no
+# Builds the game for Windows with mingw-w64 and packs it as
+# build-windows/mirvalde-5.0.0-windows-ARCH.zip: unzipped into any folder, it runs with no
 # installer. Builds Qt for Windows first when the cache has none (tools/windows/build-qt.sh).
-# Needs the packages of tools/windows/packages.txt.
+# Needs the packages of tools/packages.txt and tools/windows/packages.txt.
+#
+#   tools/windows/package.sh [x64|x86]     (x64 by default)
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 root=$PWD
-arch=x64
-triplet=x86_64-w64-mingw32
+arch=${1:-x64}
+case $arch in
+    x64) cpu=x86_64 ;;
+    x86) cpu=i686 ;;
+    *) echo "package.sh: x64 or x86, not '$arch'" >&2; exit 2 ;;
+esac
+triplet=$cpu-w64-mingw32
 cache=${MIRVALDE_WINDOWS_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/mirvalde-windows}
 qt=$cache/qt-$arch
 out=$root/build-windows
@@ -15,25 +22,21 @@ version=$(sed -n 's/^project(Mirvalde VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt
 name=mirvalde-$version-windows-$arch
 
 tools/windows/build-qt.sh "$arch"
-[ -f "$qt/mingw-w64.cmake" ] || cp "cmake/mingw-w64-x86_64.cmake" "$qt/mingw-w64.cmake"
 
-# Qt for Windows has no SVG module here: the pictures and the icon are drawn beforehand, by a
-# tool of the game built for this machine.
+# Qt for Windows has no SVG module here: the pictures and the icon are drawn beforehand by a
+# tool of the game built for this machine, which also synthesises the sounds.
 cmake -S . -B "$out/host" -G Ninja -DBUILD_TESTING=OFF >/dev/null
-cmake --build "$out/host" --target draw_pictures
+cmake --build "$out/host" --target draw_pictures soundgen
 mkdir -p "$out/pictures"
 "$out/host/assets/icons/draw_pictures" assets/icons "$out/pictures"
 
-# The build runs the sound generator under wine, in a prefix of its own.
-export WINEPREFIX=$out/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 "$qt/bin/qt-cmake" -S . -B "$out/$arch" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DQT_CHAINLOAD_TOOLCHAIN_FILE="$qt/mingw-w64.cmake" -DQT_HOST_PATH=/usr \
+    -DQT_CHAINLOAD_TOOLCHAIN_FILE="$qt/toolchain.cmake" -DQT_HOST_PATH=/usr \
     -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DBUILD_TESTING=OFF \
-    -DCMAKE_CROSSCOMPILING_EMULATOR=/usr/lib/wine/wine64 \
+    -DMIRVALDE_HOST_SOUNDGEN="$out/host/assets/sounds/soundgen" \
     -DMIRVALDE_PICTURES_QRC="$out/pictures/icons.qrc" \
     -DMIRVALDE_WINDOWS_ICON="$out/pictures/mirvalde.ico"
 cmake --build "$out/$arch"
-wineserver -k 2>/dev/null || true
 
 # The game's folder: the executable, what it reads beside it, and every library it loads,
 # found by following the imports from the executable and the plugins.
