@@ -11,6 +11,7 @@
 #include <cmath>
 #include <vector>
 
+#include "Look.h"
 #include "ShapeControl.h"
 
 namespace mirvalde {
@@ -130,7 +131,7 @@ QRect ToPixels(const TwipRect& place) {
 
 QFont FontOf(const FontDesign& font, const QFont& windowFont) {
     if (font.family.empty()) return windowFont;
-    QFont result(FromUtf8(font.family));
+    QFont result = DesignFont(FromUtf8(font.family));
     result.setPointSizeF(font.points);
     result.setBold(font.bold);
     result.setItalic(false);
@@ -200,7 +201,7 @@ QWidget* DesignedControls::Find(std::string_view name) const {
 }
 
 QFont DialogFont() {
-    QFont font(QStringLiteral("MS Sans Serif"));
+    QFont font = DesignFont(QStringLiteral("MS Sans Serif"));
     font.setPointSizeF(8.25);
     return font;
 }
