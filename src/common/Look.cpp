@@ -38,6 +38,7 @@ void UseGameLook() {
     // here, they are found at once, without a search through every font of the system.
     const QStringList sans = SansFamilies();
     QFont::insertSubstitution(QStringLiteral("Arial"), QStringLiteral("Liberation Sans"));
+    QFont::insertSubstitution(QStringLiteral("Courier New"), QStringLiteral("Liberation Mono"));
     QFont::insertSubstitutions(QStringLiteral("MS Sans Serif"), sans);
     // A bare system may have no sans font but the one we install, and its fallback for menus
     // and dialogs can be a monospaced one.
