@@ -32,6 +32,8 @@ cleanup() {
 }
 trap cleanup EXIT
 trap 'exit 130' INT TERM
+# Runs a command every 0.2 s until it succeeds, for SECONDS at most.
+poll() { local n=$(($1 * 5)); until "${@:2}"; do ((--n > 0)) || return 1; sleep 0.2; done; }
 # The prefix is made while the rest gets ready; no display yet, so no window of wine's own.
 (DISPLAY='' wineboot -i >/dev/null 2>&1 && wineserver -w) &
 booting=$!
@@ -41,7 +43,7 @@ x86_64-w64-mingw32-gcc-posix -O2 -mwindows -o "$tmp/tools/msinfo.exe" \
     tools/windows/play/sysinfo-probe.c || exit 1
 # A free display, whichever: others may be running tests of their own.
 Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$tmp/display" 2>/dev/null & pids+=($!)
-for _ in $(seq 50); do [ -s "$tmp/display" ] && break; sleep 0.1; done
+poll 5 test -s "$tmp/display"
 export DISPLAY=:$(cat "$tmp/display")
 openbox >/dev/null 2>&1 & pids+=($!)
 wait "$booting" || { echo "wineboot failed" >&2; exit 1; }
@@ -52,19 +54,19 @@ check() { if [ "$1" = 0 ]; then report PASS "${@:2}"; else report FAIL "${@:2}";
 
 visible() { xdotool search --onlyvisible --name "$1" 2>/dev/null; }
 count() { visible "$1" | wc -l; }
-# The id of a shown window whose title matches, once there is one (other than EXCEPT).
-wait_window() { # TITLE [SECONDS] [EXCEPT]
-    local ids
-    for _ in $(seq $((${2:-20} * 5))); do
-        ids=$(visible "$1" | grep -vx "${3:-none}") && { echo "${ids%%$'\n'*}"; return 0; }
-        sleep 0.2
-    done
-    return 1
-}
-# X Y W H of a window's inside, on the screen.
+# The id of a shown window whose title matches, other than EXCEPT, once there is one.
+wait_window() { poll "${2:-20}" shown "$1" "${3:-none}"; } # TITLE [SECONDS] [EXCEPT]
+shown() { visible "$1" | grep -vx -m1 "$2"; }
+# X Y W H of a window's inside on the screen, once it has stopped moving: a window is
+# mapped first and placed a moment later.
 place() {
-    eval "$(xwininfo -id "$1" | sed -n 's/ *Absolute upper-left \([XY]\): *\(-*[0-9]*\)/\1=\2/p;
-        s/ *Width: */W=/p; s/ *Height: */H=/p')"
+    local was=''
+    for _ in $(seq 10); do
+        eval "$(xwininfo -id "$1" | sed -n 's/ *Absolute upper-left \([XY]\): *\(-*[0-9]*\)/\1=\2/p;
+            s/ *Width: */W=/p; s/ *Height: */H=/p')"
+        [ "$was" = "$X $Y $W $H" ] && return
+        was="$X $Y $W $H" && sleep 0.2
+    done
 }
 activate() { timeout 5 xdotool windowactivate --sync "$1" >/dev/null 2>&1; sleep 0.2; }
 shot() { import -window root "$out/$1.png"; }
@@ -81,8 +83,7 @@ start_game() { # LOG [WINEDEBUG]
     (cd "$game" && WINEDEBUG=${2:-$WINEDEBUG} exec wine mirvalde.exe >"$tmp/$1" 2>&1) &
     game_pid=$! && disown
 }
-ended() { for _ in $(seq 50); do kill -0 "$game_pid" 2>/dev/null || return 0; sleep 0.2; done
-    return 1; }
+ended() { poll 10 eval '! kill -0 "$game_pid" 2>/dev/null'; }
 
 # Plays the guessing game to its tenth number found: each answer read off the screen halves
 # the range left. The answer's label stands at its designed place (twips / 15) under the menu.
@@ -159,7 +160,7 @@ msinfo='HKLM\SOFTWARE\Microsoft\Shared Tools\MSINFO'
 wine reg add "$msinfo" /v PATH /d "$(winepath -w "$tmp/tools/msinfo.exe")" /f >/dev/null 2>&1
 shot 07-about
 activate "$about" && xdotool key alt+i
-for _ in $(seq 25); do [ -f "$tmp/tools/msinfo.ran" ] && break; sleep 0.2; done
+poll 5 test -f "$tmp/tools/msinfo.ran"
 [[ -n $about && -f $tmp/tools/msinfo.ran && $(count '^Mirvalde$') == 0 ]]
 check $? "7 the about window stands in for the main one; 'Infos système...' starts MSINFO's" \
     "PATH: $(cat "$tmp/tools/msinfo.ran" 2>/dev/null)"
