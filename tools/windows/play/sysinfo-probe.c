@@ -9,8 +9,8 @@ int main(void) {
     const DWORD length = GetModuleFileNameA(NULL, path, MAX_PATH);
     if (length < 4 || length >= MAX_PATH) return 1;
     strcpy(path + length - 4, ".ran");
-    HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                              NULL);
+    HANDLE file =
+        CreateFileA(path, GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, NULL);
     if (file == INVALID_HANDLE_VALUE) return 1;
     const char* line = GetCommandLineA();
     DWORD written = 0;
