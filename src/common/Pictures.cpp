@@ -2,7 +2,6 @@
 
 #ifdef MIRVALDE_DRAWN_PICTURES
 #include <QDir>
-#include <QRegularExpression>
 #else
 #include <QPainter>
 #include <QSvgRenderer>
@@ -24,37 +23,23 @@ namespace mirvalde {
 namespace {
 
 // The picture NAME drawn beforehand at W x H device pixels is ":/icons/NAME-WxH.png". The size
-// asked for is taken as it is when it was drawn, else drawn down from the nearest larger one.
+// asked for is taken as it was drawn, else drawn down from the largest drawing of the picture.
 QPixmap Drawn(const QString& resource, QSize pixels) {
     const QString name = resource.section(u'/', -1).section(u'.', 0, 0);
     const QString exact =
         QStringLiteral(":/icons/%1-%2x%3.png").arg(name).arg(pixels.width()).arg(pixels.height());
     QPixmap pixmap(exact);
     if (!pixmap.isNull()) return pixmap;
-    const QRegularExpression drawn(QStringLiteral("^%1-(\\d+)x(\\d+)\\.png$").arg(name));
-    QString best;
-    int bestWidth = 0;
-    for (const QString& file : QDir(QStringLiteral(":/icons")).entryList()) {
-        const QRegularExpressionMatch match = drawn.match(file);
-        if (!match.hasMatch()) continue;
-        const int width = match.captured(1).toInt();
-        // The smallest that is large enough, else the largest.
-        const bool fits = width >= pixels.width();
-        const bool bestFits = bestWidth >= pixels.width();
-        const bool better = best.isEmpty() || (fits && (!bestFits || width < bestWidth)) ||
-                            (!fits && !bestFits && width > bestWidth);
-        if (better) {
-            best = file;
-            bestWidth = width;
-        }
+    for (const QString& file : QDir(QStringLiteral(":/icons")).entryList({name + "-*.png"})) {
+        const QPixmap drawn(QStringLiteral(":/icons/") + file);
+        if (drawn.width() > pixmap.width()) pixmap = drawn;
     }
-    if (best.isEmpty()) {
-        QPixmap empty(pixels);
-        empty.fill(Qt::transparent);
-        return empty;
+    if (pixmap.isNull()) {
+        pixmap = QPixmap(pixels);
+        pixmap.fill(Qt::transparent);
+        return pixmap;
     }
-    return QPixmap(QStringLiteral(":/icons/") + best)
-        .scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return pixmap.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 }  // namespace

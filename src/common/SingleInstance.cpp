@@ -18,7 +18,7 @@ SingleInstance::~SingleInstance() {
 }
 
 bool SingleInstance::AnotherCopyRunning() {
-    if (held_) return false;
+    if (mutex_) return false;
     const QString object = QStringLiteral("Local\\") + name_;
     mutex_ = CreateMutexW(nullptr, FALSE, reinterpret_cast<LPCWSTR>(object.utf16()));
     // Without a mutex at all, nothing tells of another copy: the player is let in.
@@ -28,7 +28,6 @@ bool SingleInstance::AnotherCopyRunning() {
         mutex_ = nullptr;
         return true;
     }
-    held_ = true;
     return false;
 }
 

@@ -24,11 +24,11 @@ class SingleInstance {
   private:
 #ifdef _WIN32
     QString name_;
-    void* mutex_ = nullptr;
+    void* mutex_ = nullptr;  // held by this copy once it has it
 #else
     QLockFile lock_;
-#endif
     bool held_ = false;
+#endif
 };
 
 }  // namespace mirvalde
