@@ -18,16 +18,11 @@ namespace {
 
 using mirvalde::MachineRegistry;
 using Key = MachineRegistry::Key;
+constexpr long kOk = MachineRegistry::ERROR_SUCCESS, kMore = MachineRegistry::ERROR_MORE_DATA;
 
-[[noreturn]] void Fail(const char* what, const std::string& key = {},
-                       const std::string& name = {}) {
-    std::fprintf(stderr, "registry_fuzz: %s [%s] [%s]\n", what, key.c_str(), name.c_str());
+[[noreturn]] void Fail(const char* what, const std::string& name = {}) {
+    std::fprintf(stderr, "registry_fuzz: %s [%s]\n", what, name.c_str());
     std::abort();
-}
-
-std::string Upper(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return text;
 }
 
 std::string CaseSwapped(std::string text) {
@@ -39,54 +34,41 @@ std::string CaseSwapped(std::string text) {
 }
 
 struct Answer {
-    long result = 0;
-    std::uint32_t type = 0;
+    long result;
+    std::uint32_t type = 0, size;
     std::string data;
 };
 
-// A query into a heap buffer of exactly `room` bytes, so that a byte written past it is caught.
+// A query into a heap buffer of exactly `room` bytes, so that a byte written past it is caught;
+// a refused query writes nothing.
 Answer Query(MachineRegistry& registry, Key key, const std::string& name, std::uint32_t room) {
     const auto buffer = std::make_unique<char[]>(room);
     std::memset(buffer.get(), 0x5A, room);
-    std::uint32_t size = room;
-    Answer answer;
-    answer.result = registry.RegQueryValueEx(key, name, answer.type, buffer.get(), size);
-    if (answer.result == MachineRegistry::ERROR_SUCCESS) {
-        if (size > room) Fail("success with a size beyond the room", {}, name);
-        answer.data.assign(buffer.get(), size);
-    } else if (answer.result == MachineRegistry::ERROR_MORE_DATA) {
-        if (size <= room) Fail("more data, yet it fits", {}, name);
-        if (std::any_of(buffer.get(), buffer.get() + room, [](char c) { return c != 0x5A; }))
-            Fail("a refused query wrote into the buffer", {}, name);
-        answer.data.resize(size);  // only the length is known
-    }
-    return answer;
+    Answer a{0, 0, room, {}};
+    a.result = registry.RegQueryValueEx(key, name, a.type, buffer.get(), a.size);
+    if (a.result == kOk && a.size > room) Fail("success beyond the room", name);
+    const bool written =
+        std::any_of(buffer.get(), buffer.get() + room, [](char c) { return c != 0x5A; });
+    if (a.result == kMore && (a.size <= room || written))
+        Fail("more data, yet it fits or was written", name);
+    if (a.result == kOk) a.data.assign(buffer.get(), a.size);
+    return a;
 }
 
-void CheckValue(MachineRegistry& registry, Key key, const std::string& subKey,
-                const std::string& name) {
+// The length a query tells is exactly the room needed, and the value is the same with more
+// room or another case in its name.
+void CheckValue(MachineRegistry& registry, Key key, const std::string& name) {
     const Answer none = Query(registry, key, name, 0);
     if (none.result == MachineRegistry::ERROR_FILE_NOT_FOUND) return;
-    if (none.result != MachineRegistry::ERROR_SUCCESS &&
-        none.result != MachineRegistry::ERROR_MORE_DATA) {
-        Fail("unexpected result", subKey, name);
+    if (none.result != kOk && none.result != kMore) Fail("unexpected result", name);
+    const Answer exact = Query(registry, key, name, none.size);
+    const Answer roomy = Query(registry, key, CaseSwapped(name), none.size + 64);
+    if (exact.result != kOk || exact.size != none.size || exact.type != none.type ||
+        roomy.data != exact.data || roomy.type != exact.type) {
+        Fail("the value changes with its room or the case of its name", name);
     }
-    // The length the first query tells is exactly the room needed, and one byte less is short.
-    const auto length = static_cast<std::uint32_t>(none.data.size());
-    const Answer exact = Query(registry, key, name, length);
-    if (exact.result != MachineRegistry::ERROR_SUCCESS || exact.data.size() != length ||
-        exact.type != none.type) {
-        Fail("the size given is not the size needed", subKey, name);
-    }
-    if (length > 0 &&
-        Query(registry, key, name, length - 1).result != MachineRegistry::ERROR_MORE_DATA)
-        Fail("one byte short is not more data", subKey, name);
-    const Answer roomy = Query(registry, key, name, length + 64);
-    const Answer swapped = Query(registry, key, CaseSwapped(name), length + 64);
-    if (roomy.result != MachineRegistry::ERROR_SUCCESS || roomy.data != exact.data ||
-        swapped.data != exact.data || swapped.type != exact.type) {
-        Fail("the value changes with the room or the case of its name", subKey, name);
-    }
+    if (none.size > 0 && Query(registry, key, name, none.size - 1).result != kMore)
+        Fail("one byte short is not more data", name);
 }
 
 }  // namespace
@@ -95,23 +77,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string text(reinterpret_cast<const char*>(data), size);
     const bool utf16 = text.starts_with("\xFF\xFE");
 
-    // Names to look up: those of the file's sections and values, read roughly here (from the
-    // low bytes of UTF-16).
+    // Names to look up, read roughly here (from the low bytes of UTF-16).
     std::string plain = text;
     if (utf16) std::erase(plain, '\0');
-    std::vector<std::string> keys{"HKEY_LOCAL_MACHINE\\FUZZ\\PROBE"};
-    std::vector<std::string> names{"", "V"};
+    std::vector<std::string> keys{"HKEY_LOCAL_MACHINE\\FUZZ\\PROBE"}, names{"", "V"};
     std::istringstream lines(plain);
-    std::string line;
-    while (std::getline(lines, line) && keys.size() + names.size() < 40) {
+    for (std::string line; std::getline(lines, line) && keys.size() + names.size() < 40;) {
         if (line.starts_with('[')) keys.push_back(line.substr(1, line.rfind(']') - 1));
         if (line.starts_with('"')) names.push_back(line.substr(1, line.find('"', 1) - 1));
     }
 
     // Whatever the file holds, a key written correctly after it is read. A line ending in a
     // backslash goes on over the next one, so enough empty lines come first.
-    const std::string blank(std::count(text.begin(), text.end(), '\\') + 1, '\n');
-    std::string probe = blank + "[HKEY_LOCAL_MACHINE\\Fuzz\\Probe]\n\"v\"=\"ok\"\n";
+    std::string probe = std::string(std::count(text.begin(), text.end(), '\\') + 1, '\n') +
+                        "[HKEY_LOCAL_MACHINE\\Fuzz\\Probe]\n\"v\"=\"ok\"\n";
     if (utf16) {
         if (text.size() % 2) text += '\0';
         std::string wide;
@@ -120,63 +99,35 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     mirvalde::RegistryFile registry = mirvalde::RegistryFile::FromText(text + probe);
 
-    struct Root {
-        const char* name;
-        Key key;
-    };
-    constexpr Root kRoots[] = {{"HKEY_LOCAL_MACHINE", 0x80000002},
-                               {"HKEY_CURRENT_USER", 0x80000001},
-                               {"HKEY_CLASSES_ROOT", 0x80000000},
-                               {"HKLM", 0x80000002}};
     for (const std::string& full : keys) {
         const auto slash = full.find('\\');
-        const std::string rootName = full.substr(0, slash);
         const std::string subKey = slash == std::string::npos ? "" : full.substr(slash + 1);
-        for (const Root& root : kRoots) {
-            if (Upper(rootName) != root.name) continue;
-            Key key = 0;
-            Key other = 0;
-            const long opened = registry.RegOpenKeyEx(root.key, subKey, 0, 0x2003F, key);
-            const long openedSwapped =
-                registry.RegOpenKeyEx(root.key, CaseSwapped(subKey), 0, 0x2003F, other);
-            if (opened != openedSwapped) Fail("the case of a key's name matters", full);
-            if (opened != MachineRegistry::ERROR_SUCCESS) {
-                if (full == keys.front() && root.key == 0x80000002)
-                    Fail("the key after the file is lost");
-                continue;
-            }
-            if (key == other) Fail("two openings share a handle", full);
-            for (const std::string& name : names) CheckValue(registry, key, full, name);
-            // A closed handle is closed for good; the other one still answers.
-            std::uint32_t type = 0, room = 0;
-            if (registry.RegCloseKey(key) != MachineRegistry::ERROR_SUCCESS ||
-                registry.RegCloseKey(key) == MachineRegistry::ERROR_SUCCESS ||
-                registry.RegQueryValueEx(key, "V", type, nullptr, room) ==
-                    MachineRegistry::ERROR_SUCCESS) {
-                Fail("a closed handle still answers", full);
-            }
-            if (full == keys.front()) {
-                const Answer probed = Query(registry, other, "V", 16);
-                if (probed.result != 0 || probed.type != MachineRegistry::REG_SZ ||
-                    probed.data != std::string("ok", 3)) {
-                    Fail("the value after the file is lost");
-                }
-            }
-            if (registry.RegCloseKey(other) != MachineRegistry::ERROR_SUCCESS)
-                Fail("cannot close", full);
+        if (full.substr(0, slash) != "HKEY_LOCAL_MACHINE") continue;
+        Key key = 0, other = 0;
+        const long opened = registry.RegOpenKeyEx(0x80000002, subKey, 0, 0x2003F, key);
+        if (opened != registry.RegOpenKeyEx(0x80000002, CaseSwapped(subKey), 0, 0x2003F, other))
+            Fail("the case of a key's name matters", full);
+        if (opened != kOk) {
+            if (full == keys.front()) Fail("the key after the file is lost");
+            continue;
+        }
+        if (key == other) Fail("two openings share a handle", full);
+        for (const std::string& name : names) CheckValue(registry, key, name);
+        if (full == keys.front() && Query(registry, key, "V", 16).data != std::string("ok", 3))
+            Fail("the value after the file is lost");
+        // A closed handle is closed for good; the other one still answers.
+        std::uint32_t type = 0, room = 0;
+        if (registry.RegCloseKey(key) != kOk || registry.RegCloseKey(key) == kOk ||
+            registry.RegQueryValueEx(key, "V", type, nullptr, room) == kOk ||
+            registry.RegCloseKey(other) != kOk) {
+            Fail("a closed handle still answers", full);
         }
     }
+    // Neither an unknown root nor a handle never given answers.
     Key unknown = 0;
-    if (registry.RegOpenKeyEx(0x80000009, "Fuzz\\Probe", 0, 0x2003F, unknown) ==
-        MachineRegistry::ERROR_SUCCESS)
-        Fail("a key opens under an unknown root");
     std::uint32_t type = 0, room = 0;
-    for (const Key bad : {Key{0}, Key{0x80000002}, ~Key{0}}) {
-        if (registry.RegQueryValueEx(bad, "V", type, nullptr, room) ==
-                MachineRegistry::ERROR_SUCCESS ||
-            registry.RegCloseKey(bad) == MachineRegistry::ERROR_SUCCESS) {
-            Fail("a handle never given answers");
-        }
-    }
+    if (registry.RegOpenKeyEx(0x80000009, "Fuzz\\Probe", 0, 0x2003F, unknown) == kOk ||
+        registry.RegQueryValueEx(0x80000002, "V", type, nullptr, room) == kOk)
+        Fail("a key opens under an unknown root, or a handle never given answers");
     return 0;
 }

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <random>
 #include <thread>
 
@@ -20,77 +18,41 @@ constexpr auto HKLM = MachineRegistry::HKEY_LOCAL_MACHINE;
 const std::string kMsinfo = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
 const std::string kLocation = "SOFTWARE\\Microsoft\\Shared Tools Location";
 
-// Serves values as raw bytes with their types, and records how keys are opened and closed.
-class FakeRegistry final : public MachineRegistry {
-  public:
-    struct Value {
-        std::uint32_t type;
-        std::string data;
-    };
-    std::map<std::string, std::map<std::string, Value>> keys;
-    std::vector<std::string> opened;
-    std::uint32_t access = 0;
-    int open = 0;
+// A registry of one key, "K", holding the values given in the file's own notation.
+RegistryFile Registry(const std::string& key, const std::string& values) {
+    return RegistryFile::FromText("Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\" +
+                                  key + "]\n" + values);
+}
 
-    long RegOpenKeyEx(Key root, const std::string& subKey, std::uint32_t, std::uint32_t mask,
-                      Key& key) override {
-        opened.push_back(subKey);
-        access = mask;
-        if (root != HKEY_LOCAL_MACHINE || !keys.contains(subKey)) return ERROR_FILE_NOT_FOUND;
-        key = 100 + opened.size() - 1;
-        ++open;
-        return ERROR_SUCCESS;
-    }
-    long RegQueryValueEx(Key key, const std::string& name, std::uint32_t& type, char* data,
-                         std::uint32_t& size) override {
-        const auto& values = keys.at(opened.at(key - 100));
-        const auto found = values.find(name);
-        if (found == values.end()) return ERROR_FILE_NOT_FOUND;
-        type = found->second.type;
-        const auto length = static_cast<std::uint32_t>(found->second.data.size());
-        if (length > size) return ERROR_MORE_DATA;
-        std::memcpy(data, found->second.data.data(), length);
-        size = length;
-        return ERROR_SUCCESS;
-    }
-    long RegCloseKey(Key) override {
-        --open;
-        return ERROR_SUCCESS;
-    }
-};
-
-// What the registry holds, read back as the about window reads it.
+// What the registry holds, read back as the about window reads it: each read starts from what
+// the one before left, which a value of another type keeps.
 TEST(GetKeyValueTest, ReadsTextsAndNumbersAndEmptiesTheResultOnFailure) {
-    FakeRegistry registry;
-    registry.keys["K"] = {{"nul", {1, std::string("/usr/bin/outil\0", 15)}},
-                          {"bare", {1, "/usr/bin/outil"}},
-                          {"number", {4, std::string("\x2a\x00\x01\xff", 4)}},
-                          {"binary", {3, "ab"}},
-                          {"empty", {1, ""}},
-                          {"huge", {1, std::string(1025, 'x')}},
-                          {"full", {1, std::string(1024, 'y')}}};
+    RegistryFile registry =
+        Registry("K",
+                 "\"nul\"=\"/usr/bin/outil\"\n\"bare\"=hex(1):2f,75\n"
+                 "\"number\"=dword:ff01002a\n\"binary\"=hex:61,62\n"
+                 "\"empty\"=hex(1):\n\"full\"=\"" +
+                     std::string(1023, 'y') + "\"\n\"huge\"=\"" + std::string(1024, 'x') + "\"\n");
+    const struct {
+        const char* key;
+        const char* name;
+        bool found;
+        std::string value;
+    } reads[] = {{"K", "nul", true, "/usr/bin/outil"},
+                 {"K", "bare", true, "/u"},
+                 {"K", "number", true, "&hFF01002A"},
+                 {"K", "binary", true, "&hFF01002A"},
+                 {"K", "full", true, std::string(1023, 'y')},
+                 {"K", "huge", false, ""},
+                 {"K", "absent", false, ""},
+                 {"Nulle part", "PATH", false, ""}};
     std::string value = "avant";
-    EXPECT_TRUE(GetKeyValue(registry, HKLM, "K", "nul", value));
-    EXPECT_EQ(value, "/usr/bin/outil");
-    EXPECT_EQ(registry.access, 0x2003Fu);
-    EXPECT_TRUE(GetKeyValue(registry, HKLM, "K", "bare", value));
-    EXPECT_EQ(value, "/usr/bin/outil");
-    EXPECT_TRUE(GetKeyValue(registry, HKLM, "K", "number", value));
-    EXPECT_EQ(value, "&hFF01002A");
-    EXPECT_TRUE(GetKeyValue(registry, HKLM, "K", "binary", value));
-    EXPECT_EQ(value, "&hFF01002A");  // another type leaves the value as it was
-    EXPECT_TRUE(GetKeyValue(registry, HKLM, "K", "full", value));
-    EXPECT_EQ(value.size(), 1024u);
-    EXPECT_FALSE(GetKeyValue(registry, HKLM, "K", "huge", value));
-    EXPECT_EQ(value, "");
-    value = "avant";
-    EXPECT_FALSE(GetKeyValue(registry, HKLM, "K", "absent", value));
-    EXPECT_EQ(value, "");
-    value = "avant";
-    EXPECT_FALSE(GetKeyValue(registry, HKLM, "Nulle part", "PATH", value));
-    EXPECT_EQ(value, "");
+    for (const auto& r : reads) {
+        EXPECT_EQ(GetKeyValue(registry, HKLM, r.key, r.name, value), r.found) << r.name;
+        EXPECT_EQ(value, r.value) << r.name;
+        if (!r.found) value = "avant";
+    }
     EXPECT_THROW(GetKeyValue(registry, HKLM, "K", "empty", value), RunTimeError);
-    EXPECT_EQ(registry.open, 0);  // every key opened was closed
 }
 
 // The same values read from a registry file, as a packager writes it.
@@ -143,37 +105,36 @@ class StartSysInfoTest : public ::testing::Test {
         fs::create_directories(folder);
     }
     void TearDown() override { fs::remove_all(folder); }
+    // The program that the system information key names, and the folder that the other names.
+    bool Start(const std::string& path) {
+        const std::string text = "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\" +
+                                 kMsinfo + "]\n" + path + "\n[HKEY_LOCAL_MACHINE\\" + kLocation +
+                                 "]\n\"MSINFO\"=\"" + folder.string() + "\"\n";
+        RegistryFile registry = RegistryFile::FromText(text);
+        return StartSysInfo(registry, shell);
+    }
     fs::path folder;
-    FakeRegistry registry;
     RecordingShell shell;
 };
 
 TEST_F(StartSysInfoTest, StartsTheToolTheRegistryNamesOrSaysItIsNotToBeHad) {
-    // The first value names the program: the second key is never consulted.
-    registry.keys[kMsinfo] = {{"PATH", {1, std::string("/usr/bin/infos\0", 15)}}};
-    registry.keys[kLocation] = {{"MSINFO", {1, folder.string()}}};
-    EXPECT_TRUE(StartSysInfo(registry, shell));
+    // The first value names the program: the folder is never looked at.
+    EXPECT_TRUE(Start("\"PATH\"=\"/usr/bin/infos\""));
     EXPECT_EQ(shell.started, std::vector<std::string>{"/usr/bin/infos"});
-    EXPECT_EQ(registry.opened, std::vector<std::string>{kMsinfo});
 
-    // Only the folder: the program must stand in it.
-    registry.keys.erase(kMsinfo);
-    EXPECT_FALSE(StartSysInfo(registry, shell));
+    // Only the folder: the program must stand in it, and be no folder.
+    EXPECT_FALSE(Start(""));
     std::ofstream(folder / "MSINFO32.EXE") << "#!/bin/sh\n";
-    EXPECT_TRUE(StartSysInfo(registry, shell));
+    EXPECT_TRUE(Start(""));
     EXPECT_EQ(shell.started.back(), (folder / "MSINFO32.EXE").string());
     fs::remove(folder / "MSINFO32.EXE");
-    fs::create_directory(folder / "MSINFO32.EXE");  // a folder of that name is no program
-    EXPECT_FALSE(StartSysInfo(registry, shell));
+    fs::create_directory(folder / "MSINFO32.EXE");
+    EXPECT_FALSE(Start(""));
 
-    // Nothing configured, a value without data, a number, a program that will not start.
-    registry.keys.clear();
-    EXPECT_FALSE(StartSysInfo(registry, shell));
-    registry.keys[kMsinfo] = {{"PATH", {1, ""}}};
-    EXPECT_FALSE(StartSysInfo(registry, shell));
+    // A value without data, a program that will not start.
+    EXPECT_FALSE(Start("\"PATH\"=hex(1):"));
     shell.starts = false;
-    registry.keys[kMsinfo] = {{"PATH", {1, "/usr/bin/infos"}}};
-    EXPECT_FALSE(StartSysInfo(registry, shell));
+    EXPECT_FALSE(Start("\"PATH\"=\"/usr/bin/infos\""));
     EXPECT_EQ(shell.started.size(), 3u);
 }
 
@@ -220,7 +181,8 @@ TEST_F(StartSysInfoTest, AProgramInAFolderWithABlankStarts) {
     const fs::path marker = folder / "started";
     std::ofstream(programs / "MSINFO32.EXE") << "#!/bin/sh\ntouch '" << marker.string() << "'\n";
     fs::permissions(programs / "MSINFO32.EXE", fs::perms::owner_all);
-    registry.keys[kLocation] = {{"MSINFO", {1, programs.string()}}};
+    RegistryFile registry = RegistryFile::FromText("[HKEY_LOCAL_MACHINE\\" + kLocation +
+                                                   "]\n\"MSINFO\"=\"" + programs.string() + "\"\n");
     DesktopShell desktop;
     ASSERT_TRUE(StartSysInfo(registry, desktop));
     for (int i = 0; i < 100 && !fs::exists(marker); ++i) {

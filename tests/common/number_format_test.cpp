@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <cstdlib>
-#include <random>
-#include <string>
+#include <optional>
 
 #include "NumberFormat.h"
 
@@ -57,166 +54,26 @@ TEST(FormatTest, WritesEveryPictureOfTheGameInBothNotations) {
     }
 }
 
-// The rule restated on whole numbers: a value is a count of ten-thousandths, rounded by
-// integer division, and each picture's text is built from the rounded digits directly.
-class PictureModel {
-  public:
-    PictureModel(std::int64_t tenThousandths, char separator)
-        : negative_(tenThousandths < 0),
-          magnitude_(std::abs(tenThousandths)),
-          separator_(separator) {}
-
-    std::string Expected(std::string_view picture) const {
-        if (picture == "0") return Sign(0) + std::to_string(Rounded(0));
-        if (picture == "0.00") {
-            const std::int64_t r = Rounded(2);
-            const std::string cents = std::to_string(100 + r % 100).substr(1);
-            return Sign(2) + std::to_string(r / 100) + separator_ + cents;
-        }
-        if (picture == "0.#") {
-            const std::int64_t r = Rounded(1);
-            std::string text = Sign(1) + std::to_string(r / 10) + separator_;
-            if (r % 10 != 0) text += static_cast<char>('0' + r % 10);
-            return text;
-        }
-        if (picture == "### ### ##0") return Grouped(Rounded(0));
-        // "### ### ##0.##"
-        const std::int64_t r = Rounded(2);
-        std::string text = Grouped(r / 100) + separator_;
-        if (r % 100 != 0) text += std::to_string(r % 100 + 100).substr(1);
-        if (text.back() == '0') text.pop_back();
-        return text;
-    }
-
-  private:
-    // The magnitude in units of the last kept place, a half going up.
-    std::int64_t Rounded(int places) const {
-        std::int64_t unit = 1;
-        for (int i = places; i < 4; ++i) unit *= 10;
-        return (magnitude_ + unit / 2) / unit;
-    }
-
-    // A negative number that rounds to zero is written as zero.
-    std::string Sign(int places) const { return negative_ && Rounded(places) != 0 ? "-" : ""; }
-
-    // Three groups of three from the right, any further digits stuck to the first group; the
-    // picture's two blanks show in front where the number is too short to need them.
-    static std::string Grouped(std::int64_t whole) {
-        const std::string digits = std::to_string(whole);
-        std::string text;
-        int gaps = 0;
-        std::size_t end = digits.size();
-        while (end > 3 && gaps < 2) {
-            text = ' ' + digits.substr(end - 3, 3) + text;
-            end -= 3;
-            ++gaps;
-        }
-        return std::string(static_cast<std::size_t>(2 - gaps), ' ') + digits.substr(0, end) + text;
-    }
-
-    bool negative_;
-    std::int64_t magnitude_;
-    char separator_;
-};
-
-// The exact decimal form of a count of ten-thousandths, for failure messages.
-std::string Exact(std::int64_t tenThousandths) {
-    const std::int64_t m = std::abs(tenThousandths);
-    return (tenThousandths < 0 ? "-" : "") + std::to_string(m / 10000) + '.' +
-           std::to_string(m % 10000 + 10000).substr(1);
-}
-
-// Values of every size up to two thousand million with 0 to 4 decimals.
-std::int64_t DrawTenThousandths(std::mt19937_64& engine) {
-    const int wholeDigits = std::uniform_int_distribution<int>(0, 10)(engine);
-    std::int64_t low = 0;
-    std::int64_t high = 0;
-    if (wholeDigits > 0) {
-        low = 1;
-        for (int i = 1; i < wholeDigits; ++i) low *= 10;
-        high = wholeDigits == 10 ? 2 * low - 1 : 10 * low - 1;
-    }
-    if (std::uniform_int_distribution<int>(0, 9)(engine) == 0) {
-        // Nines up to just under the next unit, so that rounding carries through every digit.
-        return high * 10000 + 9999 - std::uniform_int_distribution<int>(0, 99)(engine);
-    }
-    const std::int64_t whole = std::uniform_int_distribution<std::int64_t>(low, high)(engine);
-    const int decimals = std::uniform_int_distribution<int>(0, 4)(engine);
-    std::int64_t step = 1;
-    for (int i = decimals; i < 4; ++i) step *= 10;
-    const std::int64_t fraction =
-        std::uniform_int_distribution<std::int64_t>(0, 10000 / step - 1)(engine);
-    return whole * 10000 + fraction * step;
-}
-
-TEST(FormatTest, AgreesWithIntegerRoundingOnGeneratedValues) {
-    // The grouped pictures show what the player typed, which is never negative.
-    const std::string_view signedPictures[] = {"0", "0.00", "0.#"};
-    const std::string_view unsignedPictures[] = {"### ### ##0", "### ### ##0.##"};
-    std::mt19937_64 engine(20240611);
-    int mismatches = 0;
-    for (int i = 0; i < 40000 && mismatches < 10; ++i) {
-        const std::int64_t count = DrawTenThousandths(engine);
-        for (const char separator : {'.', ','}) {
-            const auto check = [&](std::int64_t n, std::string_view picture) {
-                const std::string written =
-                    Format(static_cast<double>(n) / 10000.0, picture, separator);
-                const std::string expected = PictureModel(n, separator).Expected(picture);
-                if (written == expected) return;
-                ++mismatches;
-                ADD_FAILURE() << Exact(n) << " with \"" << picture << "\" and '" << separator
-                              << "': wrote \"" << written << "\", expected \"" << expected << '"';
-            };
-            for (const std::string_view picture : signedPictures) {
-                check(count, picture);
-                check(-count, picture);
-            }
-            for (const std::string_view picture : unsignedPictures) check(count, picture);
-        }
-    }
-}
-
 struct Read {
     const char* text;
     char separator;
     std::optional<double> expected;
 };
 
-TEST(ReadNumberTest, ReadsDigitsWithOneSeparatorAnywhereAndNothingElse) {
+// Generated inputs are checked against the rule by the number fuzz target, replayed among
+// the tests; these cases show it.
+TEST(ReadNumberTest, ReadsDigitsWithOneSeparatorAnywhereAndWritesTheShortestFormBack) {
     const Read cases[] = {
-        {"52", ',', 52},
-        {"052", '.', 52},
-        {"52,01", ',', 52.01},
-        {"52.01", '.', 52.01},
-        {"52,010", ',', 52.01},
-        {",5", ',', 0.5},
-        {"52,", ',', 52},
-        {".5", '.', 0.5},
-        {"999999999", ',', 999999999},
-        {"52.01", ',', std::nullopt},  // the other notation's separator
-        {",", ',', std::nullopt},
-        {"5,2,1", ',', std::nullopt},
-        {"", ',', std::nullopt},
-        {"-5", '.', std::nullopt},
-        {" 5", '.', std::nullopt},
-        {"12abc", '.', std::nullopt},
+        {"052", '.', 52},        {"52,010", ',', 52.01},       {",5", ',', 0.5},
+        {"52,", ',', 52},        {"52.01", ',', std::nullopt}, {"5,2,1", ',', std::nullopt},
+        {"", ',', std::nullopt}, {"-5", '.', std::nullopt},    {" 5", '.', std::nullopt},
     };
     for (const Read& c : cases) {
         EXPECT_EQ(ReadNumber(c.text, c.separator), c.expected)
             << '"' << c.text << "\" with '" << c.separator << "'";
     }
-}
-
-// Giving up shows the number drawn through this text, which must read back exactly.
-TEST(ShortestTextTest, WritesTheShortestFormThatReadsBack) {
-    EXPECT_EQ(ShortestText(52, ','), "52");
     EXPECT_EQ(ShortestText(52.01, ','), "52,01");
-    EXPECT_EQ(ShortestText(52.01, '.'), "52.01");
     EXPECT_EQ(ShortestText(1000000, '.'), "1000000");
-    for (int hundredths = 100; hundredths <= 10000; ++hundredths) {
-        const double value = *ReadNumber(Format(hundredths / 100.0, "0.00", ','), ',');
-        ASSERT_EQ(ReadNumber(ShortestText(value, ','), ','), value) << hundredths;
-    }
 }
 
 }  // namespace

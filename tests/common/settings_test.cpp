@@ -15,19 +15,6 @@
 namespace mirvalde {
 namespace {
 
-TEST(ParseWholeNumberTest, AcceptsOnlyWholeNumbersThatFit) {
-    std::int32_t n = -1;
-    EXPECT_TRUE(ParseWholeNumber("120", n));
-    EXPECT_EQ(n, 120);
-    EXPECT_TRUE(ParseWholeNumber(" +7 ", n));
-    EXPECT_EQ(n, 7);
-    EXPECT_TRUE(ParseWholeNumber("-3", n));
-    EXPECT_EQ(n, -3);
-    for (const char* bad : {"", " ", "abc", "12abc", "1.5", "99999999999", "1 2", "--1", "+-1"}) {
-        EXPECT_FALSE(ParseWholeNumber(bad, n)) << '"' << bad << '"';
-    }
-}
-
 // The store named after the program, written and read back as another run would.
 class QtSettingsStoreTest : public ::testing::Test {
   protected:
@@ -66,34 +53,6 @@ TEST_F(QtSettingsStoreTest, AHandEditedValueThatIsNoNumberFallsBackToTheDefault)
     ASSERT_TRUE(store.Write("Meilleur Score", "Score", "beaucoup"));
     EXPECT_EQ(store.ReadNumber("Meilleur Score", "Score", 10), 10);
     EXPECT_EQ(store.Read("Meilleur Score", "Score", "10"), "beaucoup");
-}
-
-// A settings file of garbage: the game reads its defaults, and the next best is stored whole.
-TEST_F(QtSettingsStoreTest, AFileOfGarbageGivesTheDefaultsAndTakesTheNextBest) {
-    {
-        QFile file(QtSettingsStore(kName).FileName());
-        QDir().mkpath(QFileInfo(file).path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QByteArray("\x00\xff[[=\n\x7f=@Variant(\x01)\r\n[Meilleur Score\n", 33));
-    }
-    QtSettingsStore store(kName);
-    EXPECT_EQ(store.Read("Meilleur Score", "Nom", "Anonyme"), "Anonyme");
-    EXPECT_EQ(store.ReadNumber("Meilleur Score", "Score", 10), 10);
-    EXPECT_TRUE(store.Write("Meilleur Score", "Nom", "Éloïse"));
-    EXPECT_TRUE(store.Write("Meilleur Score", "Score", "120"));
-    EXPECT_EQ(QtSettingsStore(kName).Read("Meilleur Score", "Nom", "Anonyme"), "Éloïse");
-    EXPECT_EQ(QtSettingsStore(kName).ReadNumber("Meilleur Score", "Score", 10), 120);
-}
-
-// A best player's name is whatever the player typed: it must come back to the letter.
-TEST_F(QtSettingsStoreTest, NamesWithAnyCharactersComeBackUnchanged) {
-    const std::string names[] = {
-        "<b>x</b>", "a=b",         "[Meilleur Score]", "100 %", "\"dit\" ; # ",
-        "a,b",      "@Variant(x)", "Zoé\\Noël",        "  ",    std::string(200, 'w') + "é"};
-    for (const std::string& name : names) {
-        ASSERT_TRUE(QtSettingsStore(kName).Write("Meilleur Score", "Nom", name));
-        EXPECT_EQ(QtSettingsStore(kName).Read("Meilleur Score", "Nom", "Anonyme"), name);
-    }
 }
 
 // A best score stored, then a new one that the store cannot write: the store says so, the file

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <random>
 
 #include "SettingsStore.h"
 #include "TipGame.h"
@@ -116,69 +115,6 @@ TEST_F(TipsTest, TheStartUpSettingIsWrittenByTheBoxAndKeptWhenThePlayerAsks) {
     EXPECT_EQ(settings.Read("Options", "Show Tips at Startup", ""), "0");
     settings.Write("Options", "Show Tips at Startup", "peut-être");
     EXPECT_TRUE(game->ShowAtStartup());  // not a number: the default
-}
-
-// Files written on either system, with any line ends, give back the lines that were written.
-// Generated texts are checked against the lines themselves, encoded here by hand.
-TEST(TipsFileTest, LinesComeBackWhateverTheEncodingAndTheLineEnds) {
-    struct Letter {
-        const char* utf8;
-        int windows1252;  // -1: not in the code page
-    };
-    const Letter letters[] = {{"a", 'a'},  {"Z", 'Z'},  {" ", ' '},  {"?", '?'},  {"é", 0xE9},
-                              {"è", 0xE8}, {"à", 0xE0}, {"ç", 0xE7}, {"Ê", 0xCA}, {"œ", 0x9C},
-                              {"€", 0x80}, {"’", 0x92}, {"«", 0xAB}, {"»", 0xBB}, {"…", 0x85},
-                              {"ж", -1},   {"😀", -1},   {"\t", '\t'}};
-    const char* const ends[] = {"\r", "\n", "\r\n"};
-    std::mt19937 random(20261123);
-    for (int round = 0; round < 3000; ++round) {
-        const int kind = round % 3;  // UTF-8, UTF-8 with a byte-order mark, Windows-1252
-        Lines lines(random() % 6);
-        std::string bytes = kind == 1 ? "\xEF\xBB\xBF" : "";
-        bool lastEnded = false;
-        for (std::size_t l = 0; l < lines.size(); ++l) {
-            const int length = static_cast<int>(random() % 12);
-            for (int i = 0; i < length; ++i) {
-                const Letter& letter = letters[random() % std::size(letters)];
-                if (kind == 2 && letter.windows1252 < 0) continue;
-                lines[l] += letter.utf8;
-                if (kind == 2) {
-                    bytes += static_cast<char>(letter.windows1252);
-                    // A letter between accents, as in any real text: the bytes are then
-                    // no UTF-8 by chance.
-                    if (letter.windows1252 >= 0x80) {
-                        lines[l] += 'x';
-                        bytes += 'x';
-                    }
-                } else {
-                    bytes += letter.utf8;
-                }
-            }
-            const bool last = l + 1 == lines.size();
-            if (!last || random() % 2) {
-                // An empty line ended by LF right after a CR would make one CRLF of the two.
-                const char* end = ends[random() % 3];
-                if (lines[l].empty() && bytes.ends_with('\r') && *end == '\n') end = "\r";
-                bytes += end;
-                lastEnded = last;
-            }
-        }
-        // A last line left empty and without an end is no line at all.
-        if (!lines.empty() && lines.back().empty() && !lastEnded) lines.pop_back();
-        const TipsFile file = TipsFile::FromBytes(bytes);
-        Lines read;
-        for (std::size_t i = 0; i < file.Count(); ++i) read.push_back(file.Line(i));
-        ASSERT_EQ(read, lines) << "round " << round << ", kind " << kind;
-    }
-}
-
-TEST(TipsFileTest, TellsWellFormedUtf8FromAnyOtherText) {
-    EXPECT_TRUE(IsValidUtf8("Noël à l'œil €"));
-    for (const char* bad : {"\xE9t\xE9", "\xC3", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
-                            "\x80", "\xE2\x82"}) {
-        EXPECT_FALSE(IsValidUtf8(bad)) << bad;
-    }
-    EXPECT_EQ(Windows1252ToUtf8("\x80\x9C\x92\xE9\x81"), "€œ’é\xC2\x81");
 }
 
 // French typography in the game's own tips: a blank before ":", ";", "?", "!" and inside the
