@@ -3,10 +3,10 @@
 #include <iconv.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,73 +20,40 @@ namespace {
     std::abort();
 }
 
-// Well-formed UTF-8 after the table of the Unicode standard: each lead byte with the ranges
-// its second byte may take.
-bool WellFormedUtf8(std::string_view text) {
-    std::size_t i = 0;
-    while (i < text.size()) {
-        const auto b = static_cast<unsigned char>(text[i]);
-        int length = 1;
-        unsigned char low = 0x80, high = 0xBF;  // range of the second byte
-        if (b < 0x80) {
-            ++i;
-            continue;
-        } else if (b >= 0xC2 && b <= 0xDF) {
-            length = 2;
-        } else if (b >= 0xE0 && b <= 0xEF) {
-            length = 3;
-            if (b == 0xE0) low = 0xA0;
-            if (b == 0xED) high = 0x9F;
-        } else if (b >= 0xF0 && b <= 0xF4) {
-            length = 4;
-            if (b == 0xF0) low = 0x90;
-            if (b == 0xF4) high = 0x8F;
-        } else {
-            return false;
-        }
-        if (text.size() - i < static_cast<std::size_t>(length)) return false;
-        for (int k = 1; k < length; ++k) {
-            const auto c = static_cast<unsigned char>(text[i + k]);
-            if (k == 1 ? c < low || c > high : c < 0x80 || c > 0xBF) return false;
-        }
-        i += length;
-    }
-    return true;
-}
-
-// Code points of well-formed UTF-8.
-std::vector<char32_t> Decode(std::string_view text) {
-    std::vector<char32_t> out;
-    for (std::size_t i = 0; i < text.size();) {
-        const auto b = static_cast<unsigned char>(text[i]);
-        const int length = b < 0x80 ? 1 : b < 0xE0 ? 2 : b < 0xF0 ? 3 : 4;
-        char32_t code = length == 1 ? b : b & (0x3F >> (length - 1));
-        for (int k = 1; k < length; ++k) code = (code << 6) | (text[i + k] & 0x3F);
-        out.push_back(code);
-        i += length;
-    }
+// The code points of text in `encoding`, after the C library's converter: none when the text
+// is not well formed there.
+std::optional<std::u32string> Decode(std::string_view text, const char* encoding) {
+    static const iconv_t fromUtf8 = iconv_open("UTF-32LE", "UTF-8");
+    static const iconv_t fromCodePage = iconv_open("UTF-32LE", "WINDOWS-1252");
+    const iconv_t converter = std::string_view(encoding) == "UTF-8" ? fromUtf8 : fromCodePage;
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    std::u32string out(text.size(), U'\0');
+    std::string in(text);
+    char* from = in.data();
+    auto* to = reinterpret_cast<char*>(out.data());
+    std::size_t inLeft = in.size(), outLeft = out.size() * sizeof(char32_t);
+    const bool done = iconv(converter, &from, &inLeft, &to, &outLeft) != std::size_t(-1);
+    if (!done) return std::nullopt;
+    out.resize(out.size() - outLeft / sizeof(char32_t));
     return out;
 }
 
-// Each byte's character in the code page, after the C library's table; the five bytes that it
-// leaves out stand for themselves.
-const std::array<char32_t, 256>& CodePage() {
-    static const std::array<char32_t, 256> table = [] {
-        std::array<char32_t, 256> codes{};
-        const iconv_t toUtf32 = iconv_open("UTF-32LE", "WINDOWS-1252");
+bool WellFormedUtf8(std::string_view text) {
+    return Decode(text, "UTF-8").has_value();
+}
+
+// Each byte's character in the code page; the five bytes that the C library leaves out stand
+// for themselves.
+char32_t CodePage(unsigned char byte) {
+    static const std::u32string table = [] {
+        std::u32string codes;
         for (int b = 0; b < 256; ++b) {
-            char in = static_cast<char>(b);
-            char32_t out = 0;
-            char* from = &in;
-            auto* to = reinterpret_cast<char*>(&out);
-            std::size_t inLeft = 1, outLeft = sizeof out;
-            const bool known = iconv(toUtf32, &from, &inLeft, &to, &outLeft) != std::size_t(-1);
-            codes[b] = known ? out : static_cast<char32_t>(b);
+            const auto code = Decode(std::string(1, static_cast<char>(b)), "WINDOWS-1252");
+            codes += code ? code->front() : static_cast<char32_t>(b);
         }
-        iconv_close(toUtf32);
         return codes;
     }();
-    return table;
+    return table[byte];
 }
 
 }  // namespace
@@ -99,10 +66,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Each byte of the code page is one character: ASCII and the Latin-1 half as they are.
     const std::string converted = mirvalde::Windows1252ToUtf8(bytes);
     if (!WellFormedUtf8(converted)) Fail("Windows-1252 gives ill-formed UTF-8");
-    const std::vector<char32_t> codes = Decode(converted);
+    const std::u32string codes = Decode(converted, "UTF-8").value_or(U"");
     if (codes.size() != bytes.size()) Fail("Windows-1252 gives a wrong number of characters");
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (codes[i] != CodePage()[static_cast<unsigned char>(bytes[i])])
+        if (codes[i] != CodePage(static_cast<unsigned char>(bytes[i])))
             Fail("Windows-1252 character misread", i);
     }
 

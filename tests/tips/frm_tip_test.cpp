@@ -42,6 +42,8 @@ class FrmTipTest : public ::testing::Test {
 TEST_F(FrmTipTest, TheWindowIsAsDesignedAndEveryCaptionFits) {
     Open("Une astuce\n");
     EXPECT_EQ(window->windowTitle(), "Astuce du jour");
+    EXPECT_EQ(qobject_cast<QCheckBox*>(window->Control("chkLoadTipsAtStartup"))->text(),
+              "&Afficher les astuces au démarrage");
     EXPECT_EQ(window->size(), QSize(393, 219));
     EXPECT_FALSE(window->windowFlags() & Qt::WindowMinimizeButtonHint);
     EXPECT_FALSE(window->windowFlags() & Qt::WindowMaximizeButtonHint);
