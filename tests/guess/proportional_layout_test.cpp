@@ -21,8 +21,8 @@ TEST(ProportionalLayoutTest, AWiderWindowScalesEveryControlFramesIncluded) {
     EXPECT_DOUBLE_EQ(quit.width, 1822.5);
     EXPECT_DOUBLE_EQ(quit.top, 3600);
     EXPECT_DOUBLE_EQ(layout.Places().at("Option1(4)").left, 9180);  // inside Frame1
-    EXPECT_EQ(layout.AncienneLargeur(), 13500.0f);
 
+    // Back to the size before, from the size it remembered.
     ASSERT_TRUE(layout.Form_Resize(9000, 5400, false));
     EXPECT_NEAR(layout.Places().at("Btquitter").left, 7560, 0.01);
     EXPECT_NEAR(layout.Places().at("Option1(4)").left, 6120, 0.01);
@@ -31,7 +31,6 @@ TEST(ProportionalLayoutTest, AWiderWindowScalesEveryControlFramesIncluded) {
 TEST(ProportionalLayoutTest, MinimisingChangesNothingAndTheRestoreThatFollowsNeither) {
     ProportionalLayout layout = DesignedLayout(8910, 5235);
     EXPECT_FALSE(layout.Form_Resize(2400, 300, true));
-    EXPECT_EQ(layout.AncienneLargeur(), 8910.0f);
     EXPECT_FALSE(layout.Form_Resize(8910, 5235, false));
     EXPECT_DOUBLE_EQ(layout.Places().at("Regle").left, 1223);
 }
