@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mkdir -p docs
-for state in main tips blocks about; do
+for state in main tips blocks blocks-symbols about; do
     WINDOW_ONLY=1 tools/screenshot.sh "docs/$state.png" "$state" >/dev/null
 done
 ls -l docs/*.png

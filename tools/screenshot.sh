@@ -1,15 +1,18 @@
 #!/usr/bin/env bash
 # Takes a screenshot of the game as a player sees it: a virtual screen with a window
 # manager, the game started in a private runtime folder, the main window captured by title.
-# Usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing|about]
+# Usage: tools/screenshot.sh OUT.png [maximised|blocks|blocks-symbols|blocks-paused|speed-menu|
+#                                     tips|tips-missing|about]
 #   about: the about window, opened from the main window's menu.
-#   blocks: finds ten numbers, starts a falling-blocks game and drops a few trios first.
+#   blocks: finds ten numbers, starts a falling-blocks game and drops a few trios first;
+#   blocks-symbols the same with the colours' symbols on, blocks-paused then pauses it.
+#   speed-menu: the falling-blocks window before a game, its speed menu open.
 #   tips: the tip of the day at start-up; tips-missing: the same without a tips file.
 #   The other states start with the tips turned off.
 # Needs: apt-get install -y xvfb openbox x11-utils wmctrl imagemagick dbus-x11 xdotool
 #        at-spi2-core python3-gi gir1.2-atspi-2.0
 set -euo pipefail
-out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [maximised|blocks|tips|tips-missing|about]}")
+out=$(realpath -m "${1:?usage: tools/screenshot.sh OUT.png [STATE], see above}")
 state=${2:-normal}
 cd "$(dirname "$0")/.."
 [ -x build/game/mirvalde ] || { echo "build the game first (see README)" >&2; exit 1; }
@@ -30,7 +33,8 @@ inside() {
             mkdir "$home/bare" && cp build/game/mirvalde "$home/bare/" && game=$home/bare/mirvalde ;;
         *)
             mkdir -p "$home/mirvalde"
-            printf '[Options]\nShow%%20Tips%%20at%%20Startup=0\n' >"$home/mirvalde/mirvalde.conf" ;;
+            printf '[Options]\nShow%%20Tips%%20at%%20Startup=0\n' >"$home/mirvalde/mirvalde.conf"
+            [ "$state" != blocks-symbols ] || echo 'Symboles=1' >>"$home/mirvalde/mirvalde.conf" ;;
     esac
     QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 XDG_RUNTIME_DIR=$home/runtime XDG_CONFIG_HOME=$home \
         "$game" >/dev/null 2>&1 &
@@ -43,7 +47,11 @@ inside() {
     elif [ "$state" = about ]; then
         xdotool search --sync --onlyvisible --name '^Mirvalde$' windowactivate --sync
         xdotool key alt+question a
-    elif [ "$state" = blocks ]; then
+    elif [ "$state" = speed-menu ]; then
+        /usr/bin/python3 tools/find-ten-numbers.py >/dev/null
+        xdotool search --sync --onlyvisible --name '^Tavrines$' windowactivate --sync
+        xdotool key alt+v
+    elif [[ $state == blocks* ]]; then
         /usr/bin/python3 tools/find-ten-numbers.py >/dev/null
         xdotool search --sync --onlyvisible --name '^Tavrines$' windowactivate --sync
         xdotool key F2
@@ -51,6 +59,7 @@ inside() {
             xdotool key "$(shuf -n 1 -e Left Right Up Left Right)" space
             sleep 0.6
         done
+        [ "$state" != blocks-paused ] || xdotool key p
     fi
     sleep 1
     if [ -n "${WINDOW_ONLY:-}" ]; then

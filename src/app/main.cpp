@@ -19,9 +19,12 @@ void ExitWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const
         qtHandler(type, context, text);
         return;
     }
+    // A Wayland desktop without XWayland needs Qt's Wayland platform, which is only recommended
+    // by the package: a player who went without it learns its name here.
     std::fputs(
         "Mirvalde : aucun écran n'est disponible pour ouvrir la fenêtre du jeu. Lancez-le "
-        "depuis une session graphique (variable DISPLAY ou WAYLAND_DISPLAY).\n",
+        "depuis une session graphique (variable DISPLAY ou WAYLAND_DISPLAY). Sur un bureau "
+        "Wayland sans XWayland, installez la plateforme Wayland de Qt (paquet qt6-wayland).\n",
         stderr);
     std::_Exit(1);
 }

@@ -39,6 +39,12 @@ void TavrinesGame::Form_Load() {
     controls_.lblVitesse = TavrinesCaption("lblVitesse");
     partieFinie_ = false;
     nomDemande_ = false;
+    enPause_ = false;
+    controls_.mnuSymbolesChecked = settings_.ReadNumber("Options", "Symboles", 0) == 1;
+    if (picture_) {
+        picture_->ShowPaused(false);
+        picture_->ShowSymbols(controls_.mnuSymbolesChecked);
+    }
 
     random_.Seed(clock_.SecondsSinceMidnight());
     module_.Vitesse = "3";
@@ -50,6 +56,7 @@ void TavrinesGame::Form_Load() {
 }
 
 void TavrinesGame::mnuNouveau_Click() {
+    SetPause(false);
     controls_.mnuVitesseEnabled = false;
     for (int c = 1; c <= kColonnes; ++c) {
         for (int r = 1; r <= kLignes; ++r) {
@@ -128,14 +135,47 @@ void TavrinesGame::SetTimerEnabled(bool enabled) {
 }
 
 void TavrinesGame::Form_KeyDown(int keyCode) {
-    // Before the first game the timer has no period; after a loss nothing answers.
-    if (controls_.tmrCaseInterval == 0 || module_.Perdu) return;
+    if (!PartieEnCours()) return;
+    if (keyCode == kKeyP || keyCode == kKeyPause) {
+        SetPause(!enPause_);
+        return;
+    }
+    if (enPause_) return;
     if (keyCode == kKeyUp) Rotation();
     if (keyCode == kKeyLeft) Gauche();
     if (keyCode == kKeyRight) Droite();
     if (keyCode == kKeyDown) Descend();
     if (keyCode == kKeySpace) Descente();
     if (keyCode == kKeyQ) module_.Perdu = true;
+}
+
+bool TavrinesGame::PartieEnCours() const {
+    // Before the first game the timer has no period; a lost game waits for its last tick.
+    return controls_.tmrCaseInterval != 0 && !module_.Perdu && !partieFinie_;
+}
+
+void TavrinesGame::mnuSymboles_Click() {
+    const bool on = !controls_.mnuSymbolesChecked;
+    controls_.mnuSymbolesChecked = on;
+    settings_.Write("Options", "Symboles", on ? "1" : "0");
+    if (!picture_) return;
+    picture_->ShowSymbols(on);
+    // Outside a game the well holds no square; in one, it is painted again from the grid.
+    if (!PartieEnCours()) return;
+    for (int c = 1; c <= kColonnes; ++c) {
+        for (int r = 1; r <= kLignes; ++r) PaintCell(c, r, module_.Grille[c][r]);
+    }
+}
+
+void TavrinesGame::PauseByItself() {
+    if (PartieEnCours()) SetPause(true);
+}
+
+void TavrinesGame::SetPause(bool pause) {
+    if (pause == enPause_) return;
+    enPause_ = pause;
+    SetTimerEnabled(!pause);
+    if (picture_) picture_->ShowPaused(pause);
 }
 
 bool TavrinesGame::TestEnBas() const {
@@ -346,7 +386,9 @@ std::string TavrinesGame::DescriptionPuits() const {
         return "blanc";
     };
     std::string text;
-    if (module_.Perdu || partieFinie_) {
+    if (enPause_) {
+        text = "Partie en pause, P pour reprendre.";
+    } else if (module_.Perdu || partieFinie_) {
         text = "Partie terminée.";
     } else {
         text = "Trio en colonne " + Digits(module_.XPos) + ", ligne " + Digits(module_.YPos) +

@@ -37,6 +37,9 @@ enum KeyCode : int {
     kKeyRight = 39,
     kKeyDown = 40,
     kKeyQ = 81,
+    // The game's own additions: P and the keyboard's Pause key pause and resume.
+    kKeyPause = 19,
+    kKeyP = 80,
 };
 
 // The well's picture, kept by the window: boxes are filled on a persistent image that the
@@ -49,6 +52,11 @@ class WellPicture {
     virtual void FillBox(int x1, int y1, int x2, int y2, Couleur couleur) = 0;
     // Shows the picture and the labels on screen now, without returning to the event loop.
     virtual void Refresh() = 0;
+    // A paused game hides its squares: the picture shows a pause notice instead, until
+    // it is told to show the squares again.
+    virtual void ShowPaused(bool /*paused*/) {}
+    // Boxes filled from now on carry their colour's symbol, or none.
+    virtual void ShowSymbols(bool /*symbols*/) {}
 };
 
 // The window's variables: they keep their values for the whole run, also while the window is
@@ -88,6 +96,8 @@ struct TavrinesControls {
     unsigned tmrCaseStarts = 0;
     bool mnuVitesseEnabled = true;
     int mnuSpeedChecked = 3;
+    // Symbols on the colours, in the well and on the legend's squares.
+    bool mnuSymbolesChecked = false;
 };
 
 // Number text of the game's labels: the digits after the place of the sign.
@@ -111,6 +121,11 @@ class TavrinesGame {
     void Form_KeyDown(int keyCode);
     void tmrCase_Timer();
     void mnuSpeed_Click(int index);
+    // Symbols on the colours, on or off, kept for the next runs and shown at once.
+    void mnuSymboles_Click();
+    // The window was minimised or hidden: a game under way pauses until P.
+    void PauseByItself();
+    bool EnPause() const { return enPause_; }
 
     // A game is over: the window settles the best score and hands back to the guessing game.
     bool PartieFinie() const { return partieFinie_; }
@@ -148,6 +163,8 @@ class TavrinesGame {
     void PaintCell(int colonne, int ligne, Couleur couleur);
     void SetTimerEnabled(bool enabled);
     bool MarqueLignes();
+    bool PartieEnCours() const;
+    void SetPause(bool pause);
     int DrawUpTo(int n);
 
     Random& random_;
@@ -158,6 +175,7 @@ class TavrinesGame {
     TavrinesControls controls_;
     bool partieFinie_ = false;
     bool nomDemande_ = false;
+    bool enPause_ = false;
 };
 
 }  // namespace mirvalde

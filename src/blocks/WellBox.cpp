@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "ColourSymbols.h"
 #include "Design.h"
 #include "DesignedControl.h"
 
@@ -29,10 +30,16 @@ void WellBox::FillBox(int x1, int y1, int x2, int y2, Couleur couleur) {
                      (y2 - y1) / kTwipsPerPixel);
     painter.fillRect(box, ColourOf(static_cast<std::uint32_t>(couleur)));
     update();
+    if (symbols_) DrawColourSymbol(painter, box, couleur);
 }
 
 void WellBox::Refresh() {
     repaint();
+}
+
+void WellBox::ShowPaused(bool paused) {
+    paused_ = paused;
+    update();
 }
 
 void WellBox::paintEvent(QPaintEvent* event) {
@@ -40,6 +47,17 @@ void WellBox::paintEvent(QPaintEvent* event) {
     QFrame::paintEvent(event);
     QPainter painter(this);
     const QRect inside = contentsRect();
+    if (paused_) {
+        // No free look at the board: white, and the word in the middle.
+        painter.fillRect(inside, Qt::white);
+        QFont font = this->font();
+        font.setBold(true);
+        font.setPointSizeF(font.pointSizeF() * 1.5);
+        painter.setFont(font);
+        painter.setPen(Qt::black);
+        painter.drawText(inside, Qt::AlignCenter, QStringLiteral("Pause"));
+        return;
+    }
     painter.fillRect(inside, palette().color(QPalette::Base));
     painter.drawImage(inside.topLeft(), image_);
 }

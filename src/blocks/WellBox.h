@@ -18,6 +18,8 @@ class WellBox : public QFrame, public WellPicture {
     void FillBox(int x1, int y1, int x2, int y2, Couleur couleur) override;
     // Repaints the box at once, inside a handler that does not return to the event loop.
     void Refresh() override;
+    void ShowPaused(bool paused) override;
+    void ShowSymbols(bool symbols) override { symbols_ = symbols; }
 
     // The image as painted, one logical pixel per 15 twips.
     const QImage& Image() const { return image_; }
@@ -29,6 +31,8 @@ class WellBox : public QFrame, public WellPicture {
     void FitImageToDensity();
 
     QImage image_;
+    bool paused_ = false;
+    bool symbols_ = false;
 };
 
 }  // namespace mirvalde

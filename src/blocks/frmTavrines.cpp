@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenuBar>
 
+#include "ColourSymbols.h"
 #include "DesignedControl.h"
 #include "Pictures.h"
 #include "ShapeControl.h"
@@ -37,6 +38,10 @@ int VirtualKeyCode(int qtKey) {
             return kKeySpace;
         case Qt::Key_Q:
             return kKeyQ;
+        case Qt::Key_P:
+            return kKeyP;
+        case Qt::Key_Pause:
+            return kKeyPause;
         default:
             return 0;
     }
@@ -85,9 +90,15 @@ void frmTavrines::CreateMenus() {
         QAction* item = mnuVitesse_->addAction(QString::fromUtf8(kSpeedCaptions[index - 1]), this,
                                                [this, index] { mnuSpeed_Click(index); });
         item->setObjectName(QStringLiteral("mnuSpeed(%1)").arg(index));
-        item->setCheckable(true);
         mnuSpeed_[index] = item;
     }
+
+    QMenu* affichage = menuBar()->addMenu(QStringLiteral("&Affichage"));
+    affichage->setObjectName(QStringLiteral("mnuAffichage"));
+    mnuSymboles_ = affichage->addAction(QStringLiteral("&Symboles sur les couleurs"), this,
+                                        &frmTavrines::mnuSymboles_Click);
+    mnuSymboles_->setObjectName(QStringLiteral("mnuSymboles"));
+    mnuSymboles_->setCheckable(true);
 }
 
 void frmTavrines::CreateControls() {
@@ -126,6 +137,20 @@ void frmTavrines::Form_Load() {
     CentreOnScreen(this);
 }
 
+void frmTavrines::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && isMinimized()) {
+        game_.PauseByItself();
+        ShowControls();
+    }
+}
+
+void frmTavrines::hideEvent(QHideEvent* event) {
+    QMainWindow::hideEvent(event);
+    game_.PauseByItself();
+    ShowControls();
+}
+
 void frmTavrines::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     CentreOnFirstShow(this);
@@ -151,7 +176,20 @@ void frmTavrines::ShowControls() {
     caption("lblVitesse", shown.lblVitesse);
     picZone_->setAccessibleDescription(FromUtf8(game_.DescriptionPuits()));
     mnuVitesse_->setEnabled(shown.mnuVitesseEnabled);
+    mnuSymboles_->setChecked(shown.mnuSymbolesChecked);
+    if (symbolsShown_ != shown.mnuSymbolesChecked) {
+        symbolsShown_ = shown.mnuSymbolesChecked;
+        for (int i = 0; i < kColonnes; ++i) {
+            const auto draw = [i](QPainter& painter, const QRect& square) {
+                DrawColourSymbol(painter, square, kCouleurs[static_cast<std::size_t>(i)]);
+            };
+            static_cast<ShapeControl*>(Control(CarreName(i)))
+                ->SetOverlay(symbolsShown_ ? std::function(draw) : nullptr);
+        }
+    }
+    // Only the chosen speed is checkable: styles draw an empty box beside the others.
     for (int index = 1; index <= 5; ++index) {
+        mnuSpeed_[index]->setCheckable(index == shown.mnuSpeedChecked);
         mnuSpeed_[index]->setChecked(index == shown.mnuSpeedChecked);
     }
 
@@ -177,6 +215,11 @@ void frmTavrines::mnuNouveau_Click() {
 
 void frmTavrines::mnuQuitter_Click() {
     emit quitRequested();
+}
+
+void frmTavrines::mnuSymboles_Click() {
+    game_.mnuSymboles_Click();
+    ShowControls();
 }
 
 void frmTavrines::mnuSpeed_Click(int index) {
@@ -213,8 +256,10 @@ bool frmTavrines::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         auto* widget = qobject_cast<QWidget*>(watched);
         const int code = VirtualKeyCode(static_cast<QKeyEvent*>(event)->key());
-        // Only this window's own keys, and never a menu's or a dialog's.
-        if (code != 0 && widget && widget->window() == this) {
+        // Only this window's own keys, and never a menu's or a dialog's: the menu bar keeps
+        // the keyboard from Alt, F10 or a click on a title until it lets it go.
+        const bool menuActive = qobject_cast<QMenuBar*>(widget) || menuBar()->activeAction();
+        if (code != 0 && widget && widget->window() == this && !menuActive) {
             Form_KeyDown(code);
             return true;
         }

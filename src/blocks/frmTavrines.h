@@ -43,6 +43,8 @@ class frmTavrines : public QMainWindow {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
   private:
@@ -53,6 +55,7 @@ class frmTavrines : public QMainWindow {
     void mnuNouveau_Click();
     void mnuQuitter_Click();
     void mnuSpeed_Click(int index);
+    void mnuSymboles_Click();
     void tmrCase_Timer();
     void Form_KeyDown(int keyCode);
     void AskBestName();
@@ -62,6 +65,8 @@ class frmTavrines : public QMainWindow {
     WellBox* picZone_ = nullptr;
     QMenu* mnuVitesse_ = nullptr;
     QAction* mnuSpeed_[6] = {};
+    QAction* mnuSymboles_ = nullptr;
+    bool symbolsShown_ = false;
     QTimer tmrCase_;
     int timerInterval_ = 0;
     unsigned timerStarts_ = 0;

@@ -10,6 +10,11 @@ ShapeControl::ShapeControl(ShapeStyle style, bool filled, QColor fill, QWidget* 
     setFocusPolicy(Qt::NoFocus);
 }
 
+void ShapeControl::SetOverlay(std::function<void(QPainter&, const QRect&)> overlay) {
+    overlay_ = std::move(overlay);
+    update();
+}
+
 void ShapeControl::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     // A one-pixel outline inside the control's rectangle, as a window system draws a shape.
@@ -24,6 +29,7 @@ void ShapeControl::paintEvent(QPaintEvent*) {
     } else {
         painter.drawRect(outline);
     }
+    if (overlay_) overlay_(painter, rect());
 }
 
 }  // namespace mirvalde

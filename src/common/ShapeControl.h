@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 #include "Design.h"
 
@@ -17,6 +18,8 @@ class ShapeControl : public QWidget {
     ShapeStyle Style() const { return style_; }
     bool Filled() const { return filled_; }
     QColor FillColour() const { return fill_; }
+    // Drawn over the shape, given its whole rectangle; none when empty.
+    void SetOverlay(std::function<void(QPainter&, const QRect&)> overlay);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -25,6 +28,7 @@ class ShapeControl : public QWidget {
     ShapeStyle style_;
     bool filled_;
     QColor fill_;
+    std::function<void(QPainter&, const QRect&)> overlay_;
 };
 
 }  // namespace mirvalde

@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 #include <string>
 #include <tuple>
-#include <utility>
 #include <vector>
 
 #include "Fakes.h"
@@ -14,114 +12,83 @@
 namespace mirvalde {
 namespace {
 
-using testing::FakeClock;
-using testing::kLargestUniform;
-using testing::ScriptedRandom;
-
-// The keys by the codes the keyboard sends.
-constexpr int kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kSpace = 32, kQ = 81;
-
 using Grid = decltype(TavrinesModule::Grille);
-// A well as text, top row first: '.' empty, the colours by their initials (K black), 'C' the
-// blink, '?' anything else. Fewer than 18 lines are the bottom of the well, empty above.
-using Board = std::vector<std::string>;
-constexpr std::string_view kLetters = "RKGBYM";
+constexpr std::string_view kLetters = "RKGBYM", kMarks = "RKGBYMC.", kKeys = "<^>v_QAPp";
+constexpr int kKeyCodes[] = {37, 38, 39, 40, 32, 81, 65, 80, 19};
 
-Board Full(Board bottom) {
-    bottom.insert(bottom.begin(), kLignes - bottom.size(), "......");
-    return bottom;
+Couleur ColourOf(char letter) {
+    if (letter == '.') return COULEUR_VIDE;
+    return letter == 'C' ? kCouleurClignote : kCouleurs[kLetters.find(toupper(letter))];
 }
 
-void LayOn(Grid& grid, const Board& bottom) {
-    const Board rows = Full(bottom);
-    for (int c = 1; c <= kColonnes; ++c) {
-        for (int r = 1; r <= kLignes; ++r) {
-            const char letter = rows[r - 1][c - 1];
-            grid[c][r] = letter == '.' ? COULEUR_VIDE : kCouleurs[kLetters.find(letter)];
-        }
-    }
+// A well as text, top row first, rows apart by '/': '.' empty, the colours by their initials
+// (K black), 'C' the blink, '?' anything else. Fewer than 18 rows are the bottom of the well.
+std::string Full(std::string well) {
+    if (well.empty()) well = "......";
+    while (well.size() < kLignes * 7 - 1) well.insert(0, "....../");
+    return well;
 }
 
-char LetterOf(Couleur couleur) {
-    if (couleur == COULEUR_VIDE) return '.';
-    if (couleur == kCouleurClignote) return 'C';
-    const auto found = std::find(kCouleurs.begin(), kCouleurs.end(), couleur);
-    return found == kCouleurs.end() ? '?' : kLetters[found - kCouleurs.begin()];
+char& At(std::string& well, int colonne, int ligne) {
+    return well[(ligne - 1) * 7 + colonne - 1];
 }
 
-Board Drawn(const Grid& grid) {
-    Board rows(kLignes, std::string(kColonnes, ' '));
-    for (int c = 1; c <= kColonnes; ++c) {
-        for (int r = 1; r <= kLignes; ++r) rows[r - 1][c - 1] = LetterOf(grid[c][r]);
-    }
-    return rows;
+std::string Drawn(const Grid& grid) {
+    std::string well = Full("");
+    std::replace(well.begin(), well.end(), '.', '?');
+    for (char m : kMarks)
+        for (int c = 1; c <= kColonnes; ++c)
+            for (int r = 1; r <= kLignes; ++r)
+                if (grid[c][r] == ColourOf(m)) At(well, c, r) = m;
+    return well;
 }
 
-// A column stacked from row `top` to the floor, red and green in turn: no line.
-Board Stack(int column, int top) {
-    Board rows(kLignes, "......");
-    for (int r = top; r <= kLignes; ++r) rows[r - 1][column - 1] = r % 2 ? 'R' : 'G';
-    return rows;
+// A column stacked from row `top` to the floor, black on top, then red and green: no line.
+std::string Stack(int column, int top) {
+    std::string well = Full("");
+    for (int r = top; r <= kLignes; ++r) At(well, column, r) = r == top ? 'K' : "RG"[r % 2];
+    return well;
 }
 
 // The well with a trio (bottom, middle, top) whose bottom square is in row `bottom`.
-Board Put(Board rows, int column, int bottom, const std::string& trio) {
-    rows = Full(rows);
-    for (int i = 0; i < 3 && bottom - i >= 1; ++i) rows[bottom - i - 1][column - 1] = trio[i];
-    return rows;
+std::string Put(const std::string& text, int column, int bottom, std::string_view trio) {
+    std::string well = Full(text);
+    for (int i = 0; i < 3 && bottom - i >= 1; ++i) At(well, column, bottom - i) = trio[i];
+    return well;
 }
 
 // The rows given, then odd and even rows in turn down to the floor.
-Board Filled(Board rows, const std::string& odd, const std::string& even) {
-    for (int r = static_cast<int>(rows.size()) + 1; r <= kLignes; ++r) {
-        rows.push_back(r % 2 ? odd : even);
-    }
-    return rows;
+std::string Filled(std::string well, const std::string& odd, const std::string& even) {
+    for (auto r = well.size() / 7 + 2; r <= kLignes; ++r) well += '/' + (r % 2 ? odd : even);
+    return well;
 }
 
-// The well as the window shows it, each picture shown by a Refresh, and the time slept then.
-class RecordingPicture final : public WellPicture {
-  public:
-    explicit RecordingPicture(const FakeClock& clock) : clock_(clock) {
-        for (auto& column : cells) column.fill(0x00808080);  // never painted
-    }
-    void FillBox(int x1, int y1, int x2, int y2, Couleur couleur) override {
-        ++boxes;
-        if (x1 == 0 && y1 == 0 && x2 == kWellWidthTwips && y2 == kWellHeightTwips) {
-            for (auto& column : cells) column.fill(couleur);
-            return;
-        }
-        const int c = x1 / kCellTwips + 1, r = y1 / kCellTwips + 1;
-        ASSERT_TRUE(x1 % kCellTwips == 0 && y1 % kCellTwips == 0 && x2 == x1 + kCellTwips &&
-                    y2 == y1 + kCellTwips && c >= 1 && c <= kColonnes && r >= 1 && r <= kLignes)
-            << "box " << x1 << ',' << y1 << ' ' << x2 << ',' << y2;
-        cells[c][r] = couleur;
-    }
-    void Refresh() override { shown.push_back({Drawn(cells), clock_.slept}); }
-    void Forget() {
-        boxes = 0;
-        shown.clear();
-    }
-
-    Grid cells{};
-    int boxes = 0;
-    std::vector<std::pair<Board, std::uint32_t>> shown;
-
-  private:
-    const FakeClock& clock_;
-};
-
-// The window's rules with every draw scripted, loaded and painting into a recorded well.
-struct Tavrine {
+// The window's rules with every draw scripted, loaded and painting into a well recorded as
+// the window shows it (a cell never painted is black), with each picture a Refresh shows and
+// the time slept then.
+struct Tavrine final : WellPicture {
     Tavrine() : game(random, clock, settings) {
-        game.SetPicture(&picture);
+        game.SetPicture(this);
         game.Form_Load();
     }
     // A game under way: its first trio above the well, over squares laid by hand.
-    Tavrine(const std::string& trio, int column, const Board& well = {}) : Tavrine() {
+    Tavrine(const std::string& trio, int column, const std::string& well = "") : Tavrine() {
         NewGame(trio, column);
         Lay(well);
     }
+    void FillBox(int x1, int y1, int x2, int y2, Couleur couleur) override {
+        ++boxes;
+        const auto cell = [](int twips) { return twips % kCellTwips ? -99 : twips / kCellTwips; };
+        const int c1 = cell(x1), c2 = cell(x2), r1 = cell(y1), r2 = cell(y2);
+        ASSERT_TRUE(0 <= c1 && c1 < c2 && c2 <= kColonnes && 0 <= r1 && r1 < r2 && r2 <= kLignes)
+            << "box " << x1 << ',' << y1 << ' ' << x2 << ',' << y2;
+        for (int c = c1 + 1; c <= c2; ++c)
+            for (int r = r1 + 1; r <= r2; ++r) cells[c][r] = couleur;
+    }
+    void Refresh() override { shown.push_back({Drawn(cells), clock.slept}); }
+    void ShowPaused(bool on) override { paused = on; }
+    void ShowSymbols(bool on) override { symbols = on; }
+
     void Load(const std::string& nom, const std::string& score) {
         settings.Write("Meilleur Score", "Nom", nom);
         settings.Write("Meilleur Score", "Score", score);
@@ -135,38 +102,42 @@ struct Tavrine {
     void NewGame(const std::string& trio = "RGB", int column = 3) {
         Next(trio, column);
         game.mnuNouveau_Click();
-        picture.Forget();
+        boxes = 0;
     }
-    void Keys(std::initializer_list<int> keys) {
-        for (int key : keys) game.Form_KeyDown(key);
-    }
-    void Ticks(int n) {
-        for (int i = 0; i < n; ++i) game.tmrCase_Timer();
+    // Keys and ticks in turn: the arrows < ^ > v, _ the space bar, Q, A, P, p the Pause key,
+    // '.' a tick.
+    void Play(std::string_view moves) {
+        for (char m : moves)
+            m == '.' ? game.tmrCase_Timer() : game.Form_KeyDown(kKeyCodes[kKeys.find(m)]);
     }
     // Squares laid by hand, shown as if they had been painted.
-    void Lay(const Board& bottom) {
-        LayOn(M().Grille, bottom);
-        LayOn(picture.cells, bottom);
+    void Lay(const std::string& text) {
+        std::string well = Full(text);
+        for (int c = 1; c <= kColonnes; ++c)
+            for (int r = 1; r <= kLignes; ++r)
+                M().Grille[c][r] = cells[c][r] = ColourOf(At(well, c, r));
     }
     TavrinesModule& M() { return game.ModuleForTest(); }
     const TavrinesControls& Shown() const { return game.Controls(); }
 
-    ScriptedRandom random;
-    FakeClock clock;
+    testing::ScriptedRandom random;
+    testing::FakeClock clock;
     MemorySettingsStore settings;
-    RecordingPicture picture{clock};
     TavrinesGame game;
+    Grid cells{};
+    int boxes = 0;
+    bool paused = false, symbols = false;
+    std::vector<std::pair<std::string, std::uint32_t>> shown;
 };
 
-// The well and its picture both hold `bottom`; a failure prints the three side by side.
-::testing::AssertionResult Shows(Tavrine& t, const Board& bottom) {
-    const Board want = Full(bottom), well = Drawn(t.M().Grille), seen = Drawn(t.picture.cells);
+// The well and its picture both hold `text`; a failure prints the three side by side.
+::testing::AssertionResult Shows(Tavrine& t, const std::string& text) {
+    const std::string want = Full(text), well = Drawn(t.M().Grille), seen = Drawn(t.cells);
     if (well == want && seen == want) return ::testing::AssertionSuccess();
-    auto failure = ::testing::AssertionFailure() << "\nexpected  well    picture\n";
-    for (int r = 0; r < kLignes; ++r) {
-        const bool same = well[r] == want[r] && seen[r] == want[r];
-        failure << want[r] << (same ? "    " : "  # ") << well[r] << "  " << seen[r] << '\n';
-    }
+    auto failure = ::testing::AssertionFailure() << "\nwanted  well    picture\n";
+    for (int i = 0; i < kLignes * 7; i += 7)
+        failure << want.substr(i, 6) << "  " << well.substr(i, 6) << "  " << seen.substr(i, 6)
+                << '\n';
     return failure;
 }
 
@@ -179,204 +150,98 @@ TEST(TavrineLoadTest, ReadsTheBestFromTheSettingsAndStartsAtNormalSpeed) {
     Tavrine fresh;
     EXPECT_EQ(Scores(fresh.Shown()), "0|0| 10|Anonyme");
     EXPECT_EQ(fresh.random.seeds, std::vector<double>{fresh.clock.seconds});
-
-    const struct {
-        const char* stored;
-        std::int32_t meilleur;
-        const char* shown;
-    } scores[] = {{"42", 42, " 42"},         {"-5", -5, "-5"},
-                  {"douze", 10, " 10"},      {"12.5", 10, " 10"},
-                  {"2147483648", 10, " 10"}, {"2147483647", 2147483647, " 2147483647"}};
-    for (const auto& s : scores) {
+    const std::pair<const char*, const char*> scores[] = {
+        {"42", " 42"},   {"-5", "-5"},          {"douze", " 10"},
+        {"12.5", " 10"}, {"2147483648", " 10"}, {"2147483647", " 2147483647"}};
+    for (const auto& [stored, shown] : scores) {
         Tavrine t;
-        t.Load("Zoé", s.stored);
-        EXPECT_EQ(t.M().Meilleur, s.meilleur) << s.stored;
-        EXPECT_EQ(Scores(t.Shown()), std::string("0|0|") + s.shown + "|Zoé");
+        t.Load("Zoé", stored);
+        EXPECT_EQ(Scores(t.Shown()), std::string("0|0|") + shown + "|Zoé") << stored;
     }
 }
 
-TEST(TavrineLoadTest, TheChosenSpeedTicksTheNextGamesUntilTheNextLoad) {
+TEST(TavrineLoadTest, NoKeyActsBeforeTheFirstGameAndTheChosenSpeedTicksTheNextOnes) {
     Tavrine t;
-    EXPECT_EQ(t.Shown().tmrCaseInterval, 0);
-    for (int i = 1; i <= 5; ++i) {
-        t.game.mnuSpeed_Click(i);
-        EXPECT_EQ(t.Shown().lblVitesse, "Vitesse : " + std::to_string(i));
-        EXPECT_EQ(t.Shown().mnuSpeedChecked, i);
+    t.Play("<^>v_Q");
+    EXPECT_TRUE(t.boxes == 0 && t.M().YPos == 0 && !t.M().Perdu);
+    EXPECT_EQ(t.Shown().tmrCaseInterval, 0);  // no tick either
+    constexpr int kIntervals[] = {900, 700, 500, 300, 100};
+    for (int i = 1; i <= 6; ++i) {
+        const int speed = i <= 5 ? i : 3;  // a new load goes back to normal
+        i <= 5 ? t.game.mnuSpeed_Click(i) : t.game.Form_Load();
         t.NewGame();
-        EXPECT_EQ(t.Shown().tmrCaseInterval, 1100 - 200 * i);
+        EXPECT_EQ(t.Shown().lblVitesse, "Vitesse : " + std::to_string(speed));
+        EXPECT_EQ(t.Shown().mnuSpeedChecked, speed);
+        EXPECT_EQ(t.Shown().tmrCaseInterval, kIntervals[speed - 1]) << "speed " << speed;
     }
-    t.game.Form_Load();
-    EXPECT_EQ(t.Shown().lblVitesse, "Vitesse : 3");
-    EXPECT_EQ(t.Shown().mnuSpeedChecked, 3);
-    t.NewGame();
-    EXPECT_EQ(t.Shown().tmrCaseInterval, 500);
 }
 
 TEST(TavrineNewGameTest, StartsAfreshWithTheFirstTrioCountedButKeepsTheBestShown) {
     Tavrine t;
     t.Load("Zoé", "0");
     t.NewGame("BBM", 2);
-    EXPECT_TRUE(Shows(t, {}));
-    using Labels = std::array<std::string, 6>;
-    EXPECT_EQ(t.Shown().lblStatCouleur, (Labels{"0", "0", "0", " 2", "0", " 1"}));
+    t.Lay("K...../R...../R...../R.....");
+    t.game.ChercheSol();  // a line mid-game beats the best shown
+    t.NewGame("KGM", 4);
+    EXPECT_TRUE(Shows(t, ""));
+    EXPECT_EQ(t.Shown().lblStatCouleur,
+              (std::array<std::string, 6>{"0", " 1", " 1", "0", "0", " 1"}));
     EXPECT_EQ(t.Shown().lblBlocs, " 1");
     EXPECT_FALSE(t.Shown().mnuVitesseEnabled);
-
-    // A line mid-game beats the best shown; a new game then keeps it.
-    t.Lay({"R.....", "R.....", "R....."});
-    t.game.ChercheSol();
-    ASSERT_EQ(t.Shown().lblNom, "???");
-    t.NewGame("GGK", 4);
-    EXPECT_TRUE(Shows(t, {}));
-    EXPECT_EQ(t.Shown().lblStatCouleur, (Labels{"0", " 1", " 2", "0", "0", "0"}));
-    EXPECT_EQ(t.Shown().lblBlocs, " 1");
     EXPECT_EQ(t.M().Score + t.M().Carres, 0);
     EXPECT_EQ(Scores(t.Shown()), "0|0| 1|???");
 }
 
 TEST(TavrineNewGameTest, NoTrioStartsInTheLastColumn) {
     Tavrine t;
-    std::set<int> columns;
     for (int i = 0; i <= 1000; ++i) {
-        const float u = i == 1000 ? kLargestUniform : i / 1000.0f;
+        const float u = i == 1000 ? testing::kLargestUniform : i / 1000.0f;
         t.random.Push({0.0f, 0.0f, 0.0f, u});
         t.game.mnuNouveau_Click();
         ASSERT_EQ(t.M().XPos, static_cast<int>(u * 5.0) + 1) << u;
-        columns.insert(t.M().XPos);
     }
-    EXPECT_EQ(columns, (std::set<int>{1, 2, 3, 4, 5}));
 }
 
 TEST(TavrineDrawingTest, TheTrioShowsAsFarAsItHasEnteredAndLeavesNothingBehind) {
     Tavrine t("RGB", 3);
     for (int y = 1; y <= kLignes; ++y) {
-        t.picture.Forget();
-        t.game.tmrCase_Timer();
-        ASSERT_EQ(t.M().YPos, y);
-        EXPECT_TRUE(Shows(t, Put({}, 3, y, "RGB"))) << "tick to row " << y;
-        EXPECT_EQ(t.picture.boxes, std::min(y, 4)) << "tick to row " << y;
-    }
-    for (int c = 0; c <= kColonnes; ++c) EXPECT_EQ(t.M().Grille[c][0], 0) << "column " << c;
-
-    for (int y : {1, 2, 5}) {
-        Tavrine s("RGB", 3);
-        s.Ticks(y);
-        s.Keys({kRight});
-        EXPECT_TRUE(Shows(s, Put({}, 4, y, "RGB"))) << "move in row " << y;
+        t.boxes = 0;
+        t.Play(".");
+        EXPECT_TRUE(Shows(t, Put("", 3, y, "RGB"))) << "tick to row " << y;
+        EXPECT_EQ(t.boxes, std::min(y, 4)) << "tick to row " << y;
     }
 }
 
-TEST(TavrineMovesTest, AboveTheWellOnlyTurnsAndDropsActAndOnceLandedOnlyTurns) {
-    Tavrine t("RGB", 3);
-    const auto bloc = [&] {
-        std::string letters;
-        for (int i = 1; i <= 4; ++i) letters += LetterOf(t.M().Bloc[i]);
-        return letters;
+// The first trio, red, green and blue from the bottom, starts above column 3.
+TEST(TavrineMovesTest, TheTrioMovesWithinTheWallsAndBesideNoStackAsHighAsItself) {
+    const std::tuple<const char*, std::string, const char*, std::string, bool> cases[] = {
+        // what, the well, the moves, the well then, whether the trio has landed
+        {"above the well only turns", "", "<>^^^^_", Put("", 3, 18, "GBR"), true},
+        {"dropped, it only turns", "", "..._v_^", Put("", 3, 18, "GBR"), true},
+        {"entering", "", ".>", Put("", 4, 1, "RGB"), false},
+        {"half in", "", "..<", Put("", 2, 2, "RGB"), false},
+        {"to the right wall", "", ".....>>>>", Put("", 6, 5, "RGB"), false},
+        {"to the left wall", "", ".....<<<<", Put("", 1, 5, "RGB"), false},
+        {"beside a higher stack", Stack(4, 3), "....>", Put(Stack(4, 3), 3, 4, "RGB"), false},
+        {"beside a stack as high", Stack(2, 4), "....<", Put(Stack(2, 4), 3, 4, "RGB"), false},
+        {"right, over a lower stack", Stack(4, 5), "....>", Put(Stack(4, 5), 4, 4, "RGB"), true},
+        {"left, over a lower stack", Stack(2, 5), "....<", Put(Stack(2, 5), 2, 4, "RGB"), true},
+        {"down onto a stack, no further", Stack(3, 5), "...vv", Put(Stack(3, 5), 3, 4, "RGB"),
+         true},
+        {"off its stack", Stack(3, 16), "_>", Put(Stack(3, 16), 4, 15, "RGB"), false},
+        {"back onto it", Stack(3, 16), "_><", Put(Stack(3, 16), 3, 15, "RGB"), true},
+        {"off it to the floor", Stack(3, 16), "_>...", Put(Stack(3, 16), 4, 18, "RGB"), true},
+        {"after giving up", "", "..AQ<^>v_", Put("", 3, 2, "RGB"), false},
+        // Landed by a key, the trio is settled by the next tick, its lines gone, with no loss; the
+        // next trio (blue, blue and blue when not scripted) comes above column 3.
+        {"lined up", "RR....", "_.", Put(Put("", 3, 18, "GB."), 3, 1, "BBB"), false},
+        {"settled", Stack(4, 3), ".>_..", Put(Put(Stack(4, 3), 4, 2, "RGB"), 3, 2, "BBB"), false},
     };
-    t.Keys({kLeft, kRight, kUp});
-    EXPECT_EQ(t.M().XPos, 3);
-    EXPECT_EQ(bloc(), "GBR.");
-    t.Keys({kUp, kUp});
-    EXPECT_EQ(bloc(), "RGB.");
-    EXPECT_EQ(t.picture.boxes, 0);
-
-    t.Keys({kDown});
-    EXPECT_TRUE(Shows(t, Put({}, 3, 1, "RGB")));
-    t.Keys({kUp});
-    EXPECT_TRUE(Shows(t, Put({}, 3, 1, "GBR")));
-    t.Keys({kSpace});
-    EXPECT_TRUE(Shows(t, {"..R...", "..B...", "..G..."}));
-
-    t.picture.Forget();
-    t.Keys({kDown, kSpace});
-    EXPECT_EQ(t.picture.boxes, 0);
-    t.Keys({kUp});
-    EXPECT_TRUE(Shows(t, {"..G...", "..R...", "..B..."}));
-}
-
-TEST(TavrineMovesTest, SideMovesStopAtTheWallsAndAtStacksAsHighAsTheTrio) {
-    Tavrine t("BYM", 5);
-    t.Ticks(4);
-    t.Keys({kRight});
-    t.picture.Forget();
-    t.Keys({kRight});
-    EXPECT_EQ(t.M().XPos, 6);
-    EXPECT_EQ(t.picture.boxes, 0);
-    t.Keys({kLeft, kLeft, kLeft, kLeft, kLeft, kLeft});
-    EXPECT_TRUE(Shows(t, Put({}, 1, 4, "BYM")));
-
-    // The trio's bottom square is in row 4, beside a stack whose top is in row `top`.
-    for (int from : {1, 3}) {
-        for (int top : {3, 4, 5}) {
-            Tavrine s("BYM", from, Stack(2, top));
-            s.Ticks(4);
-            s.Keys({from == 1 ? kRight : kLeft});
-            const int to = top <= 4 ? from : 2;
-            EXPECT_TRUE(Shows(s, Put(Stack(2, top), to, 4, "BYM")))
-                << "from column " << from << " beside a stack from row " << top;
-        }
-    }
-}
-
-TEST(TavrineMovesTest, ALandedTrioSlidOffItsStackFallsAgain) {
-    Tavrine t("BYM", 2, Stack(2, 16));
-    t.Keys({kSpace});
-    EXPECT_TRUE(t.M().EnBas);
-    t.Keys({kRight});
-    EXPECT_FALSE(t.M().EnBas);
-    EXPECT_TRUE(Shows(t, Put(Stack(2, 16), 3, 15, "BYM")));
-    t.Keys({kLeft});
-    EXPECT_TRUE(t.M().EnBas);
-    t.Keys({kRight});
-    t.Ticks(3);
-    EXPECT_TRUE(t.M().EnBas);
-    EXPECT_FALSE(t.M().Perdu);
-    t.Keys({kLeft});
-    EXPECT_TRUE(Shows(t, Put(Stack(2, 16), 3, 18, "BYM")));
-}
-
-TEST(TavrineMovesTest, ADropOntoAHighStackKeepsWhatFitsAndTheNextTickGoesOn) {
-    Tavrine t("BYM", 4, Stack(4, 3));
-    t.Keys({kSpace});
-    EXPECT_TRUE(t.M().EnBas);
-    EXPECT_FALSE(t.M().Perdu);
-    EXPECT_TRUE(Shows(t, Put(Stack(4, 3), 4, 2, "BYM")));
-
-    // Landed by a key: the next tick settles it and brings the next trio, with no loss.
-    t.Next("RGB", 1);
-    t.Ticks(1);
-    EXPECT_FALSE(t.M().Perdu);
-    EXPECT_EQ(t.Shown().lblBlocs, " 2");
-    EXPECT_TRUE(Shows(t, Put(Put(Stack(4, 3), 4, 2, "BYM"), 1, 1, "RGB")));
-    t.Ticks(1);
-    EXPECT_FALSE(t.game.PartieFinie());
-}
-
-TEST(TavrineMovesTest, LandingLooksAtTheRowBelowOrTheFloor) {
-    Tavrine t("RGB", 2);
-    EXPECT_FALSE(t.game.TestEnBas());
-    t.M().Grille[2][1] = kCouleurs[1];  // black is a square, not a hole
-    EXPECT_TRUE(t.game.TestEnBas());
-    t.Lay({});
-    t.M().YPos = 18;
-    EXPECT_TRUE(t.game.TestEnBas());
-}
-
-TEST(TavrineKeysTest, NoKeyActsBeforeAGameOrAfterGivingUp) {
-    Tavrine t;
-    for (int game = 0; game < 2; ++game) {
-        const TavrinesModule before = t.game.Module();
-        t.Keys({kLeft, kUp, kRight, kDown, kSpace, kQ});
-        const auto& m = t.M();
-        EXPECT_EQ(t.picture.boxes, 0) << "game " << game;
-        EXPECT_EQ(std::tie(m.Grille, m.Bloc, m.XPos, m.YPos, m.Perdu),
-                  std::tie(before.Grille, before.Bloc, before.XPos, before.YPos, before.Perdu));
-
-        t.NewGame("RGB", 3);
-        t.Ticks(2);
-        t.Keys({'A', kQ});
-        ASSERT_TRUE(t.M().Perdu);
-        t.picture.Forget();
+    for (const auto& [what, well, moves, then, landed] : cases) {
+        Tavrine t("RGB", 3, well);
+        t.Play(moves);
+        EXPECT_TRUE(Shows(t, then)) << what << ": " << moves;
+        EXPECT_EQ(t.M().EnBas, landed) << what << ": " << moves;
     }
 }
 
@@ -388,150 +253,145 @@ struct FrozenClock final : Clock {
     mutable std::uint32_t slept = 0;
 };
 
-TEST(TavrineWaitTest, EndsJustAfterTwentyMillisecondsWhateverTheTickCountDoes) {
-    for (std::uint32_t start : {0u, 5000u, 0xFFFFFFF0u}) {
-        Tavrine t;
-        t.clock.ticks = start;
-        t.game.Attendre();
-        EXPECT_GT(t.clock.slept, 20u) << start;
-        EXPECT_LE(t.clock.slept, 25u) << start;
-    }
+TEST(TavrineWaitTest, EndsJustAfterTwentyMillisecondsEvenWithATickCountThatIsStuck) {
     FrozenClock frozen;
-    ScriptedRandom random;
+    testing::ScriptedRandom random;
     MemorySettingsStore settings;
-    const TavrinesGame game(random, frozen, settings);
-    game.Attendre();
-    EXPECT_GT(frozen.slept, 20u);
-    EXPECT_LE(frozen.slept, 25u);
+    TavrinesGame(random, frozen, settings).Attendre();
+    EXPECT_TRUE(frozen.slept > 20 && frozen.slept <= 25) << frozen.slept;
 }
 
-// Each pass shows its removed squares (C) 8 times in cyan then emptied, every picture held
-// by one wait of just over 20 ms.
-void ExpectBlinks(const Tavrine& t, const std::vector<Board>& passes) {
-    const auto& shown = t.picture.shown;
-    ASSERT_EQ(shown.size(), 16 * passes.size());
-    for (std::size_t i = 0; i < shown.size(); ++i) {
-        Board want = Full(passes[i / 16]);
-        for (auto& row : want) std::replace(row.begin(), row.end(), 'C', i % 2 ? '.' : 'C');
-        EXPECT_EQ(shown[i].first, want) << "phase " << i;
-        const std::uint32_t next = i + 1 < shown.size() ? shown[i + 1].second : t.clock.slept;
-        EXPECT_GT(next - shown[i].second, 20u) << "phase " << i;
-        EXPECT_LT(next - shown[i].second, 40u) << "phase " << i;
-    }
-}
-
-TEST(TavrineLinesTest, NoLineLeavesTheWellAsItWas) {
-    Tavrine t("RGB", 3);
-    const Board well = {"K.....", "RR.KK.", "GKRRGK"};
-    t.Lay(well);
-    const unsigned starts = t.Shown().tmrCaseStarts;
-    t.game.ChercheSol();
-    EXPECT_TRUE(Shows(t, well));
-    EXPECT_EQ(t.picture.boxes, 0);
-    EXPECT_EQ(t.clock.slept, 0u);
-    EXPECT_EQ(Scores(t.Shown()), "0|0| 10|Anonyme");
-    EXPECT_TRUE(t.Shown().tmrCaseEnabled);
-    EXPECT_EQ(t.Shown().tmrCaseStarts, starts + 1);
-}
-
-TEST(TavrineLinesTest, AVerticalThreeBlinksAndTheSquaresAboveFall) {
-    Tavrine t;
-    t.Load("Zoé", "1");
-    t.NewGame();
-    t.Lay({".Y....", ".G....", ".R....", ".R....", ".R....", ".B...."});
-    t.game.ChercheSol();
-    EXPECT_TRUE(Shows(t, {".Y....", ".G....", ".B...."}));
-    EXPECT_EQ(Scores(t.Shown()), " 1| 3| 1|Zoé");  // equalling the best is not beating it
-    EXPECT_TRUE(t.Shown().tmrCaseEnabled);
-    ExpectBlinks(t, {{".Y....", ".G....", ".C....", ".C....", ".C....", ".B...."}});
-}
-
-TEST(TavrineLinesTest, EveryDirectionScoresOnePointPerLine) {
-    const struct {
-        const char* what;
-        Board before;
-        int score, carres;
-        Board after;
-    } cases[] = {
-        {"four across", {"RRRR.."}, 2, 4, {}},
-        {"five across", {".YYYYY"}, 3, 5, {}},
-        {"down and across sharing an end", {"G.....", "G.....", "GGG..."}, 2, 5, {}},
-        {"diagonal ending in column 6", {".....Y", "....YB", "...YBR"}, 1, 3, {".....B", "....BR"}},
-        {"diagonal ending in column 1", {"Y.....", "BY....", "RBY..."}, 1, 3, {"B.....", "RB...."}},
-        {"black", {"KKK..."}, 1, 3, {}},
-        {"across in row 1", Filled({"KKK..."}, "RBR...", "GYG..."), 1, 3,
-         Filled({"......"}, "RBR...", "GYG...")},
-        {"down from row 1", Filled({"M.....", "M.....", "M....."}, "R.....", "G....."), 1, 3,
-         Filled({"......", "......", "......"}, "R.....", "G.....")},
+// Each pass of the search shows its squares 8 times in cyan then emptied, each picture held by
+// a wait of just over 20 ms (the tick count wraps meanwhile), and scores a point a line; the
+// squares above then fall. A best equalled is not beaten; a best beaten shows at once, but is kept
+// only at the game's end.
+TEST(TavrineLinesTest, EveryLineOfThreeBlinksScoresAPointAndGoes) {
+    const std::string odd = "RBR...", even = "GYG...";
+    // The well, its squares that go in the first pass in small letters; the well then; the
+    // labels; the next passes, their squares as 'C'.
+    const std::tuple<std::string, std::string, const char*, std::vector<std::string>> cases[] = {
+        {"K...../RR.KK./GKRRGK", "K...../RR.KK./GKRRGK", "0|0| 1|Zoé", {}},
+        {"rrrr..", "", " 2| 4| 2|???", {}},
+        {".yyyyy", "", " 3| 5| 3|???", {}},
+        {"g...../g...../ggg...", "", " 2| 5| 2|???", {}},
+        {".....y/....yB/...yBR", ".....B/....BR", " 1| 3| 1|Zoé", {}},
+        {"y...../By..../RBy...", "B...../RB....", " 1| 3| 1|Zoé", {}},
+        {".G..../.k..../.k..../.k..../.B....", ".G..../.B....", " 1| 3| 1|Zoé", {}},
+        {".RR.../Rbbb..", "", " 2| 6| 2|???", {"CCC..."}},
+        {Filled("kkk...", odd, even), Filled("......", odd, even), " 1| 3| 1|Zoé", {}},
+        {Put(Stack(1, 4), 1, 3, "mmm"), Stack(1, 4), " 1| 3| 1|Zoé", {}},
     };
-    for (const auto& k : cases) {
-        Tavrine t("RGB", 3, k.before);
+    for (const auto& [before, after, scores, later] : cases) {
+        SCOPED_TRACE(before);
+        Tavrine t;
+        t.Load("Zoé", "1");
+        t.NewGame();
+        t.Lay(before);
+        t.clock.ticks = 0xFFFFFF00u;
+        const unsigned starts = t.Shown().tmrCaseStarts;
         t.game.ChercheSol();
-        EXPECT_EQ(t.M().Score, k.score) << k.what;
-        EXPECT_EQ(t.M().Carres, k.carres) << k.what;
-        EXPECT_TRUE(Shows(t, k.after)) << k.what;
-        EXPECT_EQ(t.picture.shown.size(), 16u) << k.what;
+        EXPECT_TRUE(Shows(t, after));
+        EXPECT_EQ(Scores(t.Shown()), scores);
+        EXPECT_EQ(t.M().Meilleur, 1);
+        EXPECT_TRUE(t.Shown().tmrCaseEnabled && t.Shown().tmrCaseStarts == starts + 1);
+        auto passes = later;
+        if (std::ranges::any_of(before, islower)) passes.insert(passes.begin(), before);
+        const auto& shown = t.shown;
+        ASSERT_EQ(shown.size(), 16 * passes.size());
+        for (std::size_t i = 0; i < shown.size(); ++i) {
+            std::string want = Full(passes[i / 16]);
+            for (char& m : want) m = islower(m) || m == 'C' ? "C."[i % 2] : m;
+            EXPECT_EQ(shown[i].first, want) << "phase " << i;
+            const auto held =
+                (i + 1 < shown.size() ? shown[i + 1].second : t.clock.slept) - shown[i].second;
+            EXPECT_TRUE(held > 20 && held <= 25) << "phase " << i << ": " << held << " ms";
+        }
     }
-}
-
-TEST(TavrineLinesTest, AChainScoresItsSecondPassAndTheBestShownFollows) {
-    Tavrine t;
-    t.Load("Zoé", "1");
-    t.NewGame();
-    t.Lay({".RR...", "RBBB.."});
-    t.game.ChercheSol();
-    EXPECT_TRUE(Shows(t, {}));
-    ExpectBlinks(t, {{".RR...", "RCCC.."}, {"CCC..."}});
-    EXPECT_EQ(Scores(t.Shown()), " 2| 6| 2|???");
-    EXPECT_EQ(t.M().Meilleur, 1);
 }
 
 TEST(TavrineTimerTest, ATrioLandedByTheTickAboveRowThreeLosesOnTheNextTick) {
-    // Beside a stack from row 2, 3 or 4, the trio lands at YPos 1, 2 or 3.
+    // On a stack from row 2, 3 or 4, the trio lands at YPos 1, 2 or 3.
     for (int top : {2, 3, 4}) {
         Tavrine t("BYM", 2, Stack(2, top));
-        t.Ticks(top - 1);
-        ASSERT_TRUE(t.M().EnBas) << "top " << top;
-        EXPECT_EQ(t.M().Perdu, top < 4) << "top " << top;
-        const Grid well = t.M().Grille;
-        t.picture.Forget();
+        t.Play(std::string(top - 1, '.'));
+        t.boxes = 0;
         t.Next("RGB", 5);
-        t.Ticks(1);
+        t.Play(".");
         EXPECT_EQ(t.game.PartieFinie(), top < 4) << "top " << top;
         if (top == 4) continue;
-        EXPECT_EQ(t.picture.boxes, 1);
-        EXPECT_EQ(Drawn(t.picture.cells), Full({}));
-        EXPECT_EQ(t.M().Grille, well);
-        EXPECT_TRUE(t.Shown().mnuVitesseEnabled);
-        EXPECT_FALSE(t.Shown().tmrCaseEnabled);
+        // The game is over: the picture is wiped in one box, the timer stops, speeds can change.
+        EXPECT_EQ(t.boxes, 1);
+        EXPECT_EQ(Drawn(t.cells), Full(""));
+        EXPECT_TRUE(t.Shown().mnuVitesseEnabled && !t.Shown().tmrCaseEnabled);
     }
 }
 
 TEST(TavrineBestTest, OnlyABetterScoreAsksForTheNameThenStoredTrimmed) {
-    const struct {
-        int score;
-        const char* answer;
-        const char* name;
-    } games[] = {{10, "", "Anonyme"},
-                 {11, "  Zoé Martin  ", "Zoé Martin"},
-                 {11, "   ", "Anonyme"},
-                 {11, "", "Anonyme"}};
-    for (const auto& g : games) {
+    // The score, the name typed, then the holder shown, and the name and score stored.
+    const std::tuple<int, const char*, const char*> games[] = {
+        {10, "", "Anonyme|-|-"},
+        {11, "  Zoé Martin  ", "Zoé Martin|Zoé Martin|11"},
+        {11, "   ", "Anonyme|Anonyme|11"},
+        {11, "", "Anonyme|Anonyme|11"}};
+    for (const auto& [score, answer, best] : games) {
         Tavrine t("RGB", 3);  // nothing stored: the best is 10
-        t.M().Score = g.score;
-        t.Keys({kQ});
-        t.Ticks(1);
-        ASSERT_TRUE(t.game.PartieFinie());
-        ASSERT_EQ(t.game.NomDemande(), g.score > 10) << g.score;
-        if (g.score > 10) {
-            EXPECT_TRUE(t.game.NommeMeilleur(g.answer));
-        }
+        t.M().Score = score;
+        t.Play("Q.");
+        ASSERT_EQ(t.game.NomDemande(), score > 10) << score;
+        EXPECT_TRUE(score == 10 || t.game.NommeMeilleur(answer));
         EXPECT_FALSE(t.game.NomDemande());
-        EXPECT_EQ(t.settings.Read("Meilleur Score", "Nom", "-"), g.score > 10 ? g.name : "-");
-        EXPECT_EQ(t.settings.Read("Meilleur Score", "Score", "-"), g.score > 10 ? "11" : "-");
-        t.game.Form_Load();
-        EXPECT_EQ(Scores(t.Shown()), std::string(g.score > 10 ? "0|0| 11|" : "0|0| 10|") + g.name);
+        EXPECT_EQ(t.Shown().lblNom + '|' + t.settings.Read("Meilleur Score", "Nom", "-") + '|' +
+                      t.settings.Read("Meilleur Score", "Score", "-"),
+                  best);
     }
+}
+
+// P or the Pause key pauses a game under way and resumes it; a hidden window pauses it until
+// P. While paused the well is hidden, the timer stopped, and no key but P acts; a new game
+// starts unpaused. Before a game and once it is lost, P does nothing.
+TEST(TavrinePauseTest, PausesOnlyAGameUnderWayAndHoldsEverythingButTheMenus) {
+    const struct {
+        const char* before;  // moves first; '*' the window hidden, 'N' a new game
+        bool paused;
+    } cases[] = {{"", false},    {"N..P", true},   {"N..Pp", false}, {"N.._P", true},
+                 {"N..*", true}, {"N..*P", false}, {"N..**", true},  {"N..PN", false},
+                 {"NQP", false}, {"NQ.P", false}};
+    for (const auto& k : cases) {
+        Tavrine t;
+        for (const char m : std::string_view(k.before)) {
+            m == 'N' ? t.NewGame() : m == '*' ? t.game.PauseByItself() : t.Play({&m, 1});
+        }
+        EXPECT_EQ(t.game.EnPause(), k.paused) << k.before;
+        EXPECT_EQ(t.paused, k.paused) << k.before;
+        const bool ended = std::string_view(k.before).find("Q.") != std::string_view::npos;
+        EXPECT_EQ(t.Shown().tmrCaseEnabled, !k.paused && !ended) << k.before;
+        if (!k.paused) continue;
+        const TavrinesModule before = t.game.Module();
+        t.Play("<^>v_Q");
+        EXPECT_EQ(std::tie(t.M().Grille, t.M().XPos, t.M().Perdu),
+                  std::tie(before.Grille, before.XPos, before.Perdu));
+        EXPECT_EQ(t.game.DescriptionPuits(), "Partie en pause, P pour reprendre. Score : 0.");
+    }
+}
+
+// Symbols on the colours, kept for the next runs as "1" or "0", and painted at once over the
+// squares of a game under way.
+TEST(TavrineSymbolsTest, TheChoiceIsKeptAndTheWellPaintedAgainAtOnce) {
+    Tavrine t("RGB", 3, "RGB...");
+    EXPECT_FALSE(t.Shown().mnuSymbolesChecked || t.symbols);
+    t.boxes = 0;
+    t.game.mnuSymboles_Click();
+    EXPECT_TRUE(t.Shown().mnuSymbolesChecked && t.symbols);
+    EXPECT_EQ(t.settings.Read("Options", "Symboles", ""), "1");
+    EXPECT_EQ(t.boxes, kColonnes * kLignes);
+    EXPECT_TRUE(Shows(t, "RGB..."));
+    t.game.Form_Load();
+    EXPECT_TRUE(t.Shown().mnuSymbolesChecked);
+    t.game.mnuSymboles_Click();
+    EXPECT_EQ(t.settings.Read("Options", "Symboles", ""), "0");
+    t.settings.Write("Options", "Symboles", "oui");
+    t.game.Form_Load();
+    EXPECT_FALSE(t.Shown().mnuSymbolesChecked || t.symbols);
 }
 
 }  // namespace
