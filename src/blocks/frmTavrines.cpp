@@ -255,7 +255,14 @@ void frmTavrines::AskBestName() {
 bool frmTavrines::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         auto* widget = qobject_cast<QWidget*>(watched);
-        const int code = VirtualKeyCode(static_cast<QKeyEvent*>(event)->key());
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const int code = VirtualKeyCode(key->key());
+        // F10 gives the menu bar the keyboard, its first menu open, as on every desktop.
+        if (key->key() == Qt::Key_F10 && key->modifiers() == Qt::NoModifier && widget &&
+            widget->window() == this) {
+            menuBar()->setActiveAction(menuBar()->actions().first());
+            return true;
+        }
         // Only this window's own keys, and never a menu's or a dialog's: the menu bar keeps
         // the keyboard from Alt, F10 or a click on a title until it lets it go.
         const bool menuActive = qobject_cast<QMenuBar*>(widget) || menuBar()->activeAction();

@@ -1,5 +1,8 @@
 #include "SingleInstance.h"
 
+#include <QDateTime>
+#include <QFileInfo>
+
 #ifdef _WIN32
 #include <windows.h>
 #else
@@ -43,7 +46,7 @@ QString LockPath(const QString& name) {
 
 }  // namespace
 
-SingleInstance::SingleInstance(const QString& name) : lock_(LockPath(name)) {
+SingleInstance::SingleInstance(const QString& name) : path_(LockPath(name)), lock_(path_) {
     lock_.setStaleLockTime(0);  // only the holder's death frees the lock, not its age
 }
 
@@ -51,6 +54,16 @@ SingleInstance::~SingleInstance() = default;
 
 bool SingleInstance::AnotherCopyRunning() {
     if (!held_) held_ = lock_.tryLock(0);
+    // A copy killed as it took the lock leaves it naming no holder. Once nobody can still be
+    // writing it, such a lock keeps nobody out.
+    qint64 pid = 0;
+    QString host, application;
+    if (!held_ && lock_.error() == QLockFile::LockFailedError &&
+        !lock_.getLockInfo(&pid, &host, &application) &&
+        QFileInfo(path_).lastModified().secsTo(QDateTime::currentDateTime()) > 5 &&
+        lock_.removeStaleLockFile()) {
+        held_ = lock_.tryLock(0);
+    }
     // A folder we cannot write to, or a full disk, must not keep the player out of the game:
     // only a living holder of the lock is another copy.
     return !held_ && lock_.error() == QLockFile::LockFailedError;

@@ -26,6 +26,7 @@ class SingleInstance {
     QString name_;
     void* mutex_ = nullptr;  // held by this copy once it has it
 #else
+    QString path_;
     QLockFile lock_;
     bool held_ = false;
 #endif

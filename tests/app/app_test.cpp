@@ -68,6 +68,15 @@ TEST_F(GameProcessTest, OnlyOneCopyRunsAtATime) {
     QProcess* next = Start();
     EXPECT_TRUE(HoldsTheLock(next));
     EXPECT_EQ(next->state(), QProcess::Running);
+
+    // A copy killed as it took the lock left it empty: a while later it keeps nobody out.
+    next->kill();
+    next->waitForFinished();
+    QFile lock(QDir(runtime.path()).filePath("mirvalde.lock"));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    lock.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);
+    lock.close();
+    EXPECT_TRUE(HoldsTheLock(Start()));
 }
 
 // Started outside any desktop, the game says so.

@@ -158,6 +158,10 @@ TEST_F(FrmTavrinesTest, AHiddenWindowPausesItsGameUntilPAndTheMenuBarKeepsItsKey
     Key(Qt::Key_Right);
     Key(Qt::Key_Space);
     EXPECT_EQ(std::pair(game.Module().XPos, game.Module().YPos), std::pair(1, 18));
+    Key(Qt::Key_Escape);
+    Key(Qt::Key_Escape);
+    Key(Qt::Key_F10);
+    EXPECT_TRUE(window.findChild<QMenu*>("mnuJeu")->isVisible());
 }
 
 // Squares are painted at the screen's density, so that they stay crisp.
