@@ -107,9 +107,12 @@ class StartSysInfoTest : public ::testing::Test {
     void TearDown() override { fs::remove_all(folder); }
     // The program that the system information key names, and the folder that the other names.
     bool Start(const std::string& path) {
+        std::string where = folder.string();  // backslashes doubled, as the file writes them
+        for (auto at = where.find('\\'); at != std::string::npos; at = where.find('\\', at + 2))
+            where.insert(at, 1, '\\');
         const std::string text = "Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\\" +
                                  kMsinfo + "]\n" + path + "\n[HKEY_LOCAL_MACHINE\\" + kLocation +
-                                 "]\n\"MSINFO\"=\"" + folder.string() + "\"\n";
+                                 "]\n\"MSINFO\"=\"" + where + "\"\n";
         RegistryFile registry = RegistryFile::FromText(text);
         return StartSysInfo(registry, shell);
     }
