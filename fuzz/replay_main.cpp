@@ -24,7 +24,8 @@ void Run(const std::string& input) {
 // Digits, separators, picture characters, line ends, blanks, and the bytes at the bounds of
 // UTF-8's sequences and of the code page's upper half.
 constexpr std::string_view kBytes =
-    "0123456789,.#-+ \t\r\n[]=@;\"\\:\x80\x8F\x90\x9F\xA0\xBF\xC0\xC2\xC3\xDF\xE0\xE9\xED\xEF\xF0\xF4"
+    "0123456789,.#-+ "
+    "\t\r\n[]=@;\"\\:\x80\x8F\x90\x9F\xA0\xBF\xC0\xC2\xC3\xDF\xE0\xE9\xED\xEF\xF0\xF4"
     "\xF5\xFE\xFF";
 
 }  // namespace
