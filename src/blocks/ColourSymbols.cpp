@@ -1,6 +1,7 @@
 #include "ColourSymbols.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "DesignedControl.h"
@@ -27,10 +28,18 @@ double Luminance(const QColor& colour) {
 void DrawColourSymbol(QPainter& painter, const QRectF& square, Couleur couleur) {
     const auto found = std::find(kCouleurs.begin(), kCouleurs.end(), couleur);
     if (found == kCouleurs.end()) return;
-    const QColor colour = ColourOf(static_cast<std::uint32_t>(couleur));
-    const double l = Luminance(colour);
-    const QColor ink = (l + 0.05) / 0.05 >= 1.05 / (l + 0.05) ? Qt::black : Qt::white;
-    const int quarters = kQuarters[found - kCouleurs.begin()];
+    // The ink of each colour, worked out once: squares are painted at every tick.
+    static const std::array<QColor, 6> kInks = [] {
+        std::array<QColor, 6> inks;
+        for (std::size_t i = 0; i < inks.size(); ++i) {
+            const double l = Luminance(ColourOf(static_cast<std::uint32_t>(kCouleurs[i])));
+            inks[i] = (l + 0.05) / 0.05 >= 1.05 / (l + 0.05) ? Qt::black : Qt::white;
+        }
+        return inks;
+    }();
+    const auto index = static_cast<std::size_t>(found - kCouleurs.begin());
+    const QColor ink = kInks[index];
+    const int quarters = kQuarters[index];
     const QRectF middle = square.adjusted(square.width() / 8, square.height() / 8,
                                           -square.width() / 8, -square.height() / 8);
     const QSizeF half = middle.size() / 2;
