@@ -36,14 +36,15 @@ class FakeClock final : public Clock {
   public:
     double SecondsSinceMidnight() const override { return seconds; }
     std::uint32_t TickCount() const override { return ticks; }
-    // Time passes only while the code under test sleeps.
+    // Time passes only while the code under test sleeps, unless the tick count is frozen.
     void Sleep(std::uint32_t milliseconds) const override {
-        ticks += milliseconds;
+        ticks += frozen ? 0 : milliseconds;
         slept += milliseconds;
     }
     double seconds = 36000.25;
     mutable std::uint32_t ticks = 0;
     mutable std::uint32_t slept = 0;
+    bool frozen = false;
 };
 
 class RecordingSound final : public Sound {
