@@ -79,17 +79,6 @@ TEST_F(GameProcessTest, OnlyOneCopyRunsAtATime) {
     EXPECT_TRUE(HoldsTheLock(Start()));
 }
 
-// Started outside any desktop, the game says so.
-TEST_F(GameProcessTest, WithoutADisplayItSaysSoInFrenchAndEndsAsAFailure) {
-    QProcess* game = Start([](QProcessEnvironment& env) {
-        for (const char* name : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY"}) env.remove(name);
-    });
-    ASSERT_TRUE(game->waitForFinished(10000));
-    EXPECT_EQ(game->exitCode(), 1);
-    EXPECT_TRUE(QString::fromUtf8(game->readAllStandardError())
-                    .contains("Mirvalde : aucun écran n'est disponible pour ouvrir la fenêtre"));
-}
-
 // The settings of the program under test, as the game stores them; a null value is none.
 QSettings& Stored(std::initializer_list<std::pair<const char*, QVariant>> values = {}) {
     static QSettings stored(ExecutableBaseName(), ExecutableBaseName());
