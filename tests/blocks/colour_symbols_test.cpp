@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "WellBox.h"
 
@@ -71,20 +70,11 @@ int PairsTooAlike(const QImage& row, const Matrix& m) {
     return alike;
 }
 
+// Without symbols, green and yellow are too alike under protanopia; with them, no pair is.
 TEST(ColourSymbolsTest, TellEveryPairOfColoursApartWithoutTheirHue) {
-    const QImage plain = PaintedRow(false), marked = PaintedRow(true);
-    int marks = 0;  // without symbols, each square is its colour alone
-    for (int x = 0; x < plain.width(); ++x) {
-        for (int y = 0; y < 16; ++y) marks += plain.pixel(x, y) != plain.pixel(x - x % 16, 0);
-    }
-    EXPECT_EQ(marks, 0);
-    int alikeWithout = 0;
-    for (const Matrix* m : {&kProtanopia, &kDeuteranopia, &kTritanopia}) {
-        alikeWithout += PairsTooAlike(plain, *m);
-        EXPECT_EQ(PairsTooAlike(marked, *m), 0);
-    }
-    std::printf("pairs too alike without symbols, over the three simulations: %d of 45\n",
-                alikeWithout);
+    EXPECT_EQ(PairsTooAlike(PaintedRow(false), kProtanopia), 1);
+    for (const Matrix* m : {&kProtanopia, &kDeuteranopia, &kTritanopia})
+        EXPECT_EQ(PairsTooAlike(PaintedRow(true), *m), 0);
 }
 
 }  // namespace
