@@ -14,8 +14,8 @@
 namespace mirvalde {
 namespace {
 
-// The about window as the player meets it: its place, its addresses, its system information
-// button with no tool to start.
+// The about window as the player meets it: its place, its version, its addresses (the web one
+// underlined), its system information button with no tool to start.
 TEST(FrmAboutTest, StandsAtItsPlaceOpensItsAddressesAndSaysWhenNoToolIsThere) {
     RegistryFile nothing = RegistryFile::FromText("");
     testing::RecordingShell shell;
@@ -25,11 +25,11 @@ TEST(FrmAboutTest, StandsAtItsPlaceOpensItsAddressesAndSaysWhenNoToolIsThere) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&about));
     EXPECT_EQ(about.windowTitle(), "À propos de Mirvalde");
     EXPECT_EQ(about.geometry(), QRect(156, 129, 382, 319));
+    EXPECT_EQ(qobject_cast<QLabel*>(about.Control("lblVersion"))->text(), "Version 5.0.0");
 
     auto* url = qobject_cast<QLabel*>(about.Control("lblUrl"));
     auto* mail = qobject_cast<QLabel*>(about.Control("lblMail"));
-    EXPECT_TRUE(url->font().underline());
-    EXPECT_FALSE(mail->font().underline());
+    EXPECT_TRUE(url->font().underline() && !mail->font().underline());
     QTest::mouseClick(url, Qt::LeftButton);
     QTest::mouseClick(mail, Qt::LeftButton);
     EXPECT_EQ(shell.opened, (std::vector<std::string>{"http://" + url->text().toStdString(),

@@ -1,24 +1,16 @@
 // Windows' own registry and file listing, on Windows (under wine in the tests) only.
-#include <windows.h>
-// <windows.h> makes macros of names that the game's registry has as its own.
-#undef HKEY_LOCAL_MACHINE
-#undef REG_SZ
-#undef REG_DWORD
-#undef ERROR_SUCCESS
-#undef ERROR_FILE_NOT_FOUND
-#undef ERROR_MORE_DATA
-#undef RegOpenKeyEx
-#undef RegQueryValueEx
-
 #include <gtest/gtest.h>
 
 #include "Fakes.h"
 #include "SystemInfo.h"
 
+// Last: it makes macros of names that the game's registry has as its own.
+#include <windows.h>
+#undef HKEY_LOCAL_MACHINE
+
 namespace mirvalde {
 namespace {
 
-using testing::RecordingShell;
 constexpr auto HKLM = MachineRegistry::HKEY_LOCAL_MACHINE;
 const std::string kLocation = "SOFTWARE\\Microsoft\\Shared Tools Location";
 
@@ -39,7 +31,7 @@ TEST(WindowsRegistryTest, ReadsWhatRegAddWrote) {
 }
 
 TEST(WindowsRegistryTest, StartsTheProgramThatThePathValueNames) {
-    RecordingShell shell;
+    testing::RecordingShell shell;
     EXPECT_TRUE(StartSysInfo(SystemRegistry(), shell));
     EXPECT_EQ(shell.started, std::vector<std::string>{"C:\\Program Files\\Infos\\infos.exe"});
 }
@@ -50,7 +42,7 @@ TEST(WindowsRegistryTest, WithoutThePathValueStartsTheProgramOfTheFolder) {
     std::string folder;
     ASSERT_TRUE(GetKeyValue(SystemRegistry(), HKLM, kLocation, "MSINFO", folder));
     const std::string program = folder + "\\MSINFO32.EXE";
-    RecordingShell shell;
+    testing::RecordingShell shell;
     EXPECT_TRUE(StartSysInfo(SystemRegistry(), shell));
     EXPECT_EQ(shell.started, std::vector<std::string>{program});
     const DWORD attributes = GetFileAttributesA(program.c_str());

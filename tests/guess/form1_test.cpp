@@ -49,37 +49,6 @@ class Form1Test : public ::testing::Test {
     QPointer<Form1> window;
 };
 
-TEST_F(Form1Test, TypedProposalsAreJudgedWithEnterAndShown) {
-    Type("50");
-    EXPECT_TRUE(Find("CmdSolution")->isEnabled());
-    Enter();
-    EXPECT_EQ(Shown(), "  50 est trop petit.|0|1|Nombre de coups joués : 1|");
-    Type("51");
-    Enter();
-    EXPECT_EQ(Shown(),
-              "  51 est la bonne réponse.|1|1|Nombre de coups joués : 2|"
-              "Tu trouves en 2 fois, en moyenne.");
-    EXPECT_FALSE(Find("Btgo")->isEnabled());
-    EXPECT_TRUE(Find("btEncore")->isVisible());
-    // The rule's label overlaps "Encore ?", and must stay beneath it.
-    EXPECT_EQ(testing::CoveredControls(window), QStringList{});
-}
-
-TEST_F(Form1Test, AnEmptyProposalIsAnsweredByAMessageAndStillCounted) {
-    QString message;
-    QTimer::singleShot(0, window, [&message] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            message = box->windowTitle() + u'|' + box->text();
-            box->button(QMessageBox::Ok)->click();
-        }
-    });
-    Enter();
-    EXPECT_EQ(message, "Mirvalde|Propose un nombre !!!!");
-    EXPECT_EQ(Shown(), "Comparaison|0|0|Nombre de coups joués : 1|");
-    EXPECT_TRUE(Find("Resultat")->isVisible());
-    EXPECT_EQ(window->focusWidget(), Box());
-}
-
 // Typed, committed by an input method (a dead key, a compose sequence) or pasted, only digits
 // and one separator in the player's notation reach the box, up to its length. What a key or a
 // commit replaces (a selection, or the text the input method gives back) no longer counts.
@@ -114,25 +83,37 @@ TEST_F(Form1Test, TheBoxTakesOnlyDigitsAndOneSeparatorInThePlayersNotation) {
     }
 }
 
-// Enter clicks the focused button rather than "Go!".
-TEST_F(Form1Test, ButtonsAndLevelsWorkWithTheMouseOrEnterAndGiveTheFocusBack) {
+// Enter clicks the focused button, or else "Go!"; every click gives the focus back to the box.
+// An empty proposal is answered by a message, and still counted.
+TEST_F(Form1Test, ProposalsButtonsAndLevelsWorkWithTheMouseOrEnter) {
+    QString message;
+    QTimer::singleShot(0, window, [&message] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            message = box->windowTitle() + u'|' + box->text();
+            box->button(QMessageBox::Ok)->click();
+        }
+    });
+    Enter();
+    EXPECT_EQ(message, "Mirvalde|Propose un nombre !!!!");
+    EXPECT_EQ(Shown(), "Comparaison|0|0|Nombre de coups joués : 1|");
+    EXPECT_TRUE(Find("Resultat")->isVisible());
     QTest::mouseClick(Find("Option1(3)"), Qt::LeftButton);
     EXPECT_EQ(window->focusWidget(), Box());
     Type("7");
     Find("CmdSolution")->setFocus();
     QTest::keyClick(Find("CmdSolution"), Qt::Key_Return);
     EXPECT_EQ(Shown(), " 550 000 est la bonne réponse.|0|1|Nombre de coups joués : 1|");
-    EXPECT_EQ(window->focusWidget(), Box());
-
     Type("550000");
-    QTest::mouseClick(Find("Btgo"), Qt::LeftButton);
+    Enter();
     EXPECT_EQ(Shown(),
-              " 550 000 est la bonne réponse.|1|1|Nombre de coups joués : 1|"
+              " 550 000 est la bonne réponse.|1|1|Nombre de coups joués : 2|"
               "Tu trouves en 2 fois, en moyenne.");
+    EXPECT_TRUE(!Find("Btgo")->isEnabled() && Find("btEncore")->isVisible());
+    // The rule's label overlaps "Encore ?", and must stay beneath it.
+    EXPECT_EQ(testing::CoveredControls(window), QStringList{});
     QTest::mouseClick(Find("btEncore"), Qt::LeftButton);
     EXPECT_EQ(Shown(), "|1|1|Nombre de coups joués : 0|Tu trouves en 2 fois, en moyenne.");
-    EXPECT_TRUE(Find("Btgo")->isEnabled());
-    EXPECT_FALSE(Find("btEncore")->isVisible());
+    EXPECT_TRUE(Find("Btgo")->isEnabled() && !Find("btEncore")->isVisible());
     EXPECT_EQ(window->focusWidget(), Box());
 }
 
