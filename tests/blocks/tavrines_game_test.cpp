@@ -311,26 +311,6 @@ TEST(TavrineTimerTest, ATrioLandedByTheTickAboveRowThreeLosesOnTheNextTick) {
     }
 }
 
-TEST(TavrineBestTest, OnlyABetterScoreAsksForTheNameThenStoredTrimmed) {
-    // The score, the name typed, then the holder shown, and the name and score stored.
-    const std::tuple<int, const char*, const char*> games[] = {
-        {10, "", "Anonyme|-|-"},
-        {11, "  Zoé Martin  ", "Zoé Martin|Zoé Martin|11"},
-        {11, "   ", "Anonyme|Anonyme|11"},
-        {11, "", "Anonyme|Anonyme|11"}};
-    for (const auto& [score, answer, best] : games) {
-        Tavrine t("RGB", 3);  // nothing stored: the best is 10
-        t.M().Score = score;
-        t.Play("Q.");
-        ASSERT_EQ(t.game.NomDemande(), score > 10) << score;
-        EXPECT_TRUE(score == 10 || t.game.NommeMeilleur(answer));
-        EXPECT_FALSE(t.game.NomDemande());
-        EXPECT_EQ(t.Shown().lblNom + '|' + t.settings.Read("Meilleur Score", "Nom", "-") + '|' +
-                      t.settings.Read("Meilleur Score", "Score", "-"),
-                  best);
-    }
-}
-
 // P or the Pause key pauses a game under way and resumes it; a hidden window pauses it until
 // P. While paused the well is hidden, the timer stopped, and no key but P acts; a new game
 // starts unpaused. Before a game and once it is lost, P does nothing.

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QTemporaryDir>
 
 #include "Look.h"
@@ -11,15 +10,10 @@
 // the tests that CTest asks for.
 int main(int argc, char* argv[]) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QTemporaryDir home;
-    const QByteArray config = QDir(home.path()).filePath("config").toUtf8();
-    const QByteArray runtime = QDir(home.path()).filePath("runtime").toUtf8();
-    QDir().mkpath(QString::fromUtf8(config));
-    QDir().mkpath(QString::fromUtf8(runtime));
-    QFile::setPermissions(QString::fromUtf8(runtime),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("XDG_CONFIG_HOME", config);
-    qputenv("XDG_RUNTIME_DIR", runtime);
+    // Qt makes these folders for the owner alone, as a runtime folder must be.
+    QTemporaryDir config, runtime;
+    qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
 
     QApplication app(argc, argv);
     mirvalde::UseGameLook();
