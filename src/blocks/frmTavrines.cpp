@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 
 #include "ColourSymbols.h"
 #include "DesignedControl.h"
@@ -248,8 +249,14 @@ void frmTavrines::AskBestName() {
     box.setTextValue(FromUtf8(game_.Module().NomMeilleur));
     const QString answer = box.exec() == QDialog::Accepted ? box.textValue() : QString();
     // Settings that cannot be written (a full disk, a read-only folder) keep the best stored
-    // before, whole: the game goes on with its new best in memory.
-    game_.NommeMeilleur(answer.toStdString());
+    // before, whole: the player is told that the new one was not kept.
+    if (game_.NommeMeilleur(answer.toStdString())) return;
+    QMessageBox told(QMessageBox::Warning, windowTitle(),
+                     QStringLiteral("Le meilleur score n'a pas pu être enregistré : le disque est "
+                                    "peut-être plein, ou le dossier des réglages protégé en "
+                                    "écriture. Le meilleur score précédent reste enregistré."),
+                     QMessageBox::Ok, this);
+    told.exec();
 }
 
 bool frmTavrines::eventFilter(QObject* watched, QEvent* event) {

@@ -4,7 +4,9 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QTest>
+#include <QTimer>
 
 #include "Fakes.h"
 #include "QtPrinters.h"
@@ -162,6 +164,42 @@ TEST_F(FrmTavrinesTest, AHiddenWindowPausesItsGameUntilPAndTheMenuBarKeepsItsKey
     Key(Qt::Key_Escape);
     Key(Qt::Key_F10);
     EXPECT_TRUE(window.findChild<QMenu*>("mnuJeu")->isVisible());
+}
+
+// A best score that cannot be stored, on a full disk say, is told after the name is asked.
+TEST(FrmTavrinesBestTest, ABestThatCannotBeStoredIsTold) {
+    struct FullDisk final : SettingsStore {
+        std::string Read(const std::string&, const std::string&,
+                         const std::string& fallback) const override {
+            return fallback;
+        }
+        bool Write(const std::string&, const std::string&, const std::string&) override {
+            return false;
+        }
+    } full;
+    testing::ScriptedRandom random;
+    testing::FakeClock clock;
+    TavrinesGame game{random, clock, full};
+    frmTavrines window{game};
+    window.Form_Load();
+    QStringList told;
+    QTimer answer;
+    answer.callOnTimeout([&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            told << box->windowTitle() + u'|' + box->text();
+            box->accept();
+        } else if (QWidget* name = QApplication::activeModalWidget()) {
+            QTest::keyClick(name, Qt::Key_Return);
+        }
+    });
+    answer.start(10);
+    game.mnuNouveau_Click();
+    game.ModuleForTest().Score = 11;
+    game.Form_KeyDown(kKeyQ);
+    QMetaObject::invokeMethod(const_cast<QTimer*>(&window.Timer()), "timeout");
+    EXPECT_EQ(told, QStringList("Tavrines|Le meilleur score n'a pas pu être enregistré : le "
+                                "disque est peut-être plein, ou le dossier des réglages protégé "
+                                "en écriture. Le meilleur score précédent reste enregistré."));
 }
 
 // Squares are painted at the screen's density, so that they stay crisp.
