@@ -15,6 +15,7 @@ TEST(QtSoundTest, AMissingFileRingsTheBeepAndAPresentOneDoesNot) {
     QTemporaryDir folder;
     sound.Play(folder.filePath("absent.wav").toStdString());
     sound.Play(folder.path().toStdString());  // a folder is no sound either
+    EXPECT_EQ(beeps, 2);
     sound.Play(MIRVALDE_GAME_DIR "/gagner.wav");
     sound.Play(MIRVALDE_GAME_DIR "/perdu.wav");  // cuts the first
     EXPECT_EQ(beeps, 2);
@@ -28,6 +29,7 @@ TEST(ModuleSoundTest, PlaysThroughTheModuleOrBeepsWithoutIt) {
     ModuleSound sound(MIRVALDE_GAME_DIR "/mirvalde_sound", [&beeps] { ++beeps; });
     ASSERT_TRUE(sound.Load());
     sound.Play(MIRVALDE_GAME_DIR "/gagner.wav");
+    EXPECT_EQ(beeps, 0);
     sound.Play(MIRVALDE_GAME_DIR "/absent.wav");
     EXPECT_EQ(beeps, 1);
 

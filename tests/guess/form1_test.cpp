@@ -84,18 +84,20 @@ TEST_F(Form1Test, TheBoxTakesOnlyDigitsAndOneSeparatorInThePlayersNotation) {
 }
 
 // Enter clicks the focused button, or else "Go!"; every click gives the focus back to the box.
-// An empty proposal is answered by a message, and still counted.
+// An empty proposal, or one with no digit, is answered by a message, and still counted.
 TEST_F(Form1Test, ProposalsButtonsAndLevelsWorkWithTheMouseOrEnter) {
-    QString message;
-    QTimer::singleShot(0, window, [&message] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            message = box->windowTitle() + u'|' + box->text();
-            box->button(QMessageBox::Ok)->click();
-        }
-    });
-    Enter();
-    EXPECT_EQ(message, "Mirvalde|Propose un nombre !!!!");
-    EXPECT_EQ(Shown(), "Comparaison|0|0|Nombre de coups joués : 1|");
+    for (const char* proposal : {"", ","}) {
+        QString message;
+        QTimer::singleShot(0, window, [&message] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                message = box->windowTitle() + u'|' + box->text();
+                box->button(QMessageBox::Ok)->click();
+            }
+        });
+        Type(proposal + QStringLiteral("\r"));
+        EXPECT_EQ(message, "Mirvalde|Propose un nombre !!!!") << proposal;
+    }
+    EXPECT_EQ(Shown(), "Comparaison|0|0|Nombre de coups joués : 2|");
     EXPECT_TRUE(Find("Resultat")->isVisible());
     QTest::mouseClick(Find("Option1(3)"), Qt::LeftButton);
     EXPECT_EQ(window->focusWidget(), Box());
@@ -106,7 +108,7 @@ TEST_F(Form1Test, ProposalsButtonsAndLevelsWorkWithTheMouseOrEnter) {
     Type("550000");
     Enter();
     EXPECT_EQ(Shown(),
-              " 550 000 est la bonne réponse.|1|1|Nombre de coups joués : 2|"
+              " 550 000 est la bonne réponse.|1|1|Nombre de coups joués : 3|"
               "Tu trouves en 2 fois, en moyenne.");
     EXPECT_TRUE(!Find("Btgo")->isEnabled() && Find("btEncore")->isVisible());
     // The rule's label overlaps "Encore ?", and must stay beneath it.

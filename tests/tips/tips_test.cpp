@@ -14,10 +14,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of the test's own, where it writes the tips file as the player would.
+// A folder of the test's own, where it writes the tips file as the player would. In the file's
+// place stands a folder at first, which is no file either.
 class TipsTest : public ::testing::Test {
   protected:
-    void SetUp() override { fs::create_directories(folder); }
+    void SetUp() override { fs::create_directories(file); }
     void TearDown() override { fs::remove_all(folder); }
     void Write(const std::string& bytes) const { std::ofstream(file, std::ios::binary) << bytes; }
     // The tips as the window shows them: the first, then each "Astuce suivante".
@@ -39,17 +40,19 @@ class TipsTest : public ::testing::Test {
 
 using Lines = std::vector<std::string>;
 
-// Every opening reads the file again and goes on where the last one stopped. A file missing or
-// unreadable shows how to make one, and the tips read before are kept; an empty file shows
-// nothing at all.
+// Every opening reads the file again and goes on where the last one stopped. A file missing (a
+// folder in its place) or unreadable shows how to make one, and the tips read before are kept;
+// an empty file shows nothing at all.
 TEST_F(TipsTest, EachOpeningGoesOnInTheFileOrAMissingFileSaysHowToMakeOne) {
     const std::string missing = kMissingTipsText;
     EXPECT_TRUE(missing.starts_with("Le fichier TIPOFDAY.TXT n'a pas été trouvé? \r\n\r\nCréez"));
     EXPECT_TRUE(missing.ends_with("même dossier que l'application."));
     ASSERT_TRUE(game->Form_Load(false));
     EXPECT_EQ(Shown(1), (Lines{missing, missing}));  // nothing to show: the text stays
+    fs::remove(file);
     Write("A\r\nB\r\nC\r\n");
-    ASSERT_TRUE(game->Form_Load(false));  // the second opening: the second tip
+    // "Astuce suivante", pressed while the file was missing, moved on: the second tip.
+    ASSERT_TRUE(game->Form_Load(false));
     EXPECT_EQ(Shown(3), (Lines{"B", "C", "A", "B"}));
     ASSERT_TRUE(game->Form_Load(false));
     EXPECT_EQ(game->Controls().lblTipText, "C");
@@ -66,8 +69,7 @@ TEST_F(TipsTest, EachOpeningGoesOnInTheFileOrAMissingFileSaysHowToMakeOne) {
 }
 
 TEST_F(TipsTest, TheStartUpSettingIsWrittenByTheBoxAndKeptWhenThePlayerAsks) {
-    ASSERT_TRUE(game->Form_Load(false));  // nothing stored: shown
-    EXPECT_TRUE(game->Controls().chkLoadTipsAtStartup);
+    ASSERT_TRUE(game->Form_Load(false));  // nothing stored: shown, the box ticked (FrmTipTest)
     EXPECT_EQ(settings.Read("Options", "Show Tips at Startup", ""), "1");
     game->chkLoadTipsAtStartup_Click(false);
     EXPECT_FALSE(game->Form_Load(false));  // start-up: not shown
