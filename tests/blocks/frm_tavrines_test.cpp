@@ -38,7 +38,18 @@ class FrmTavrinesTest : public ::testing::Test {
     // Every draw 0.1: the trios are red, red, red in column 1.
     testing::ScriptedRandom random = testing::ScriptedRandom({}, 0.1f);
     testing::FakeClock clock;
-    MemorySettingsStore settings;
+    // Settings in memory, which a full disk refuses to write.
+    struct : SettingsStore {
+        std::string Read(const std::string& s, const std::string& k,
+                         const std::string& f) const override {
+            return memory.Read(s, k, f);
+        }
+        bool Write(const std::string& s, const std::string& k, const std::string& v) override {
+            return !full && memory.Write(s, k, v);
+        }
+        MemorySettingsStore memory;
+        bool full = false;
+    } settings;
     TavrinesGame game{random, clock, settings};
     frmTavrines window{game};
 };
@@ -167,21 +178,8 @@ TEST_F(FrmTavrinesTest, AHiddenWindowPausesItsGameUntilPAndTheMenuBarKeepsItsKey
 }
 
 // A best score that cannot be stored, on a full disk say, is told after the name is asked.
-TEST(FrmTavrinesBestTest, ABestThatCannotBeStoredIsTold) {
-    struct FullDisk final : SettingsStore {
-        std::string Read(const std::string&, const std::string&,
-                         const std::string& fallback) const override {
-            return fallback;
-        }
-        bool Write(const std::string&, const std::string&, const std::string&) override {
-            return false;
-        }
-    } full;
-    testing::ScriptedRandom random;
-    testing::FakeClock clock;
-    TavrinesGame game{random, clock, full};
-    frmTavrines window{game};
-    window.Form_Load();
+TEST_F(FrmTavrinesTest, ABestThatCannotBeStoredIsTold) {
+    settings.full = true;
     QString told;  // the name is refused (Anonyme then), and what the game tells is read
     QTimer answer;
     answer.callOnTimeout([&] {

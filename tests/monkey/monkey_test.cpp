@@ -5,7 +5,6 @@
 #include <QLineEdit>
 #include <QTest>
 #include <algorithm>
-#include <functional>
 #include <random>
 #include <sstream>
 
@@ -23,20 +22,6 @@ std::string Say(const T&... parts) {
     std::ostringstream out;
     (out << ... << parts);
     return out.str();
-}
-
-// Runs a step and answers the modal dialogs it opens, from inside their own event loop: no
-// other event loop runs during a step. Returns how many it answered.
-int Answering(const std::function<void()>& step, const std::function<void(QWidget*)>& answer) {
-    int opened = 0;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        if (dialog && dialog->isVisible()) ++opened, answer(dialog);
-    });
-    timer.start(0);
-    step();
-    return opened;
 }
 
 // The falling-blocks window under random keys, menus and timer ticks, one game after another
@@ -112,12 +97,16 @@ class TavrineMonkey {
     std::string Tick() {
         const TavrinesModule& m = game_.Module();
         const bool lost = m.Perdu, named = lost && m.Score > best_;
-        const int asked = Answering(
-            [this] {
-                QMetaObject::invokeMethod(const_cast<QTimer*>(&window_->Timer()), "timeout");
-                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            },
-            [this](QWidget* dialog) { AnswerName(dialog); });
+        // The name is asked from inside the dialog's own event loop: no other runs meanwhile.
+        int asked = 0;
+        QTimer answer;
+        QObject::connect(&answer, &QTimer::timeout, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (dialog && dialog->isVisible()) ++asked, AnswerName(dialog);
+        });
+        answer.start(0);
+        QMetaObject::invokeMethod(const_cast<QTimer*>(&window_->Timer()), "timeout");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         if (window_.isNull() != lost) return lost ? "a lost game went on" : "a game ended unlost";
         if (asked != (named ? 1 : 0))
             return Say("a name was asked ", asked, " times for ", m.Score, " against ", best_);
