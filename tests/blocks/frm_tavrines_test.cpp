@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -128,6 +129,11 @@ TEST_F(FrmTavrinesTest, TheGameWaitsForNouveauThenTheKeysMoveTheTrioOnScreen) {
     // A screen reader hears where the trio is and the score.
     EXPECT_EQ(window.Well()->accessibleDescription(),
               "Trio en colonne 3, ligne 4 : rouge, rouge, rouge de haut en bas. Score : 0.");
+    // And the screen shows it there once repainted, not where it was.
+    QTest::qWait(50);
+    const QPoint square = window.Well()->mapTo(&window, window.Well()->contentsRect().topLeft());
+    const QImage screen = window.screen()->grabWindow(window.winId()).toImage();
+    EXPECT_EQ(screen.pixelColor(square + QPoint(3 * 16 - 8, 4 * 16 - 8)), QColor(Qt::red));
     Key(Qt::Key_Space);
 
     // Holding a key repeats the move.
