@@ -2,16 +2,10 @@
 
 #include <algorithm>
 
-#include "Fakes.h"
 #include "Random.h"
 
 namespace mirvalde {
 namespace {
-
-// The levels' lowest and highest numbers are drawn in GuessGameTest.
-TEST(DrawWholeTest, SpreadsTheValueOverTheRangeAndDropsTheFraction) {
-    EXPECT_EQ(DrawWhole(1, 6, 0.5f), 4);
-}
 
 // A value of exactly 1 would draw one past the top of every range. The game seeds from the
 // time of day before every draw: draws a few milliseconds apart must not repeat a number, and
