@@ -133,6 +133,7 @@ void frmTavrines::CreateControls() {
 void frmTavrines::Form_Load() {
     game_.Form_Load();
     ShowControls();
+    ShowLegendSymbols();
     ensurePolished();
     setFixedSize(kClientSize.width(), kClientSize.height() + menuBar()->sizeHint().height());
     CentreOnScreen(this);
@@ -177,17 +178,6 @@ void frmTavrines::ShowControls() {
     caption("lblVitesse", shown.lblVitesse);
     picZone_->setAccessibleDescription(FromUtf8(game_.DescriptionPuits()));
     mnuVitesse_->setEnabled(shown.mnuVitesseEnabled);
-    mnuSymboles_->setChecked(shown.mnuSymbolesChecked);
-    if (symbolsShown_ != shown.mnuSymbolesChecked) {
-        symbolsShown_ = shown.mnuSymbolesChecked;
-        for (int i = 0; i < kColonnes; ++i) {
-            const auto draw = [i](QPainter& painter, const QRect& square) {
-                DrawColourSymbol(painter, square, kCouleurs[static_cast<std::size_t>(i)]);
-            };
-            static_cast<ShapeControl*>(Control(CarreName(i)))
-                ->SetOverlay(symbolsShown_ ? std::function(draw) : nullptr);
-        }
-    }
     // Only the chosen speed is checkable: styles draw an empty box beside the others.
     for (int index = 1; index <= 5; ++index) {
         mnuSpeed_[index]->setCheckable(index == shown.mnuSpeedChecked);
@@ -221,6 +211,21 @@ void frmTavrines::mnuQuitter_Click() {
 void frmTavrines::mnuSymboles_Click() {
     game_.mnuSymboles_Click();
     ShowControls();
+    ShowLegendSymbols();
+}
+
+// The symbols change only at a load and through their menu, never at a tick.
+void frmTavrines::ShowLegendSymbols() {
+    const bool on = game_.Controls().mnuSymbolesChecked;
+    mnuSymboles_->setChecked(on);
+    for (int i = 0; i < kColonnes; ++i) {
+        const Couleur couleur = kCouleurs[static_cast<std::size_t>(i)];
+        const auto draw = [couleur](QPainter& painter, const QRect& square) {
+            DrawColourSymbol(painter, square, couleur);
+        };
+        static_cast<ShapeControl*>(Control(CarreName(i)))
+            ->SetOverlay(on ? std::function(draw) : nullptr);
+    }
 }
 
 void frmTavrines::mnuSpeed_Click(int index) {

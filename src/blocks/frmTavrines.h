@@ -56,6 +56,8 @@ class frmTavrines : public QMainWindow {
     void mnuQuitter_Click();
     void mnuSpeed_Click(int index);
     void mnuSymboles_Click();
+    // The menu's mark and the legend's squares, as the game has the symbols.
+    void ShowLegendSymbols();
     void tmrCase_Timer();
     void Form_KeyDown(int keyCode);
     void AskBestName();
@@ -66,7 +68,6 @@ class frmTavrines : public QMainWindow {
     QMenu* mnuVitesse_ = nullptr;
     QAction* mnuSpeed_[6] = {};
     QAction* mnuSymboles_ = nullptr;
-    bool symbolsShown_ = false;
     QTimer tmrCase_;
     int timerInterval_ = 0;
     unsigned timerStarts_ = 0;

@@ -85,6 +85,8 @@ TEST_F(FrmTavrinesTest, TheWindowIsFixedWithItsMenusAndNothingCoversAControl) {
     auto* red = qobject_cast<ShapeControl*>(window.Control("shpCarre(0)"));
     EXPECT_EQ(red->FillColour(), Qt::red);
     EXPECT_EQ(red->grab().toImage().pixelColor(15, 15), red->palette().color(QPalette::WindowText));
+    window.findChild<QAction*>("mnuSymboles")->trigger();  // red's symbol: a black block
+    EXPECT_EQ(red->grab().toImage().pixelColor(red->rect().center()), QColor(Qt::black));
     EXPECT_EQ(qobject_cast<ShapeControl*>(window.Control("Shape2"))->Style(),
               ShapeStyle::RoundedRectangle);
 }
